@@ -1,0 +1,776 @@
+// The scanner: character cursor, token reader, word lists and name quoting.
+#include "ZvScanner.h"
+
+#include "ZvErrors.h"
+#include "ZvUtils.h"
+
+namespace zv {
+
+namespace {
+
+constexpr std::string_view kDelimiters = ".,/\\;:(){}[]*+-<=>!~\r";
+
+// The generic lists. "FROM" stands twice in the keyword list; the list is kept as it always was.
+constexpr std::string_view kGenericKeywords =
+    "SELECT,DISTINCT,INTO,FROM,WHERE,GROUP,BY,HAVING,ORDER,ASC,DESC,AS,LEFT,RIGHT,FULL,INNER,OUTER,"
+    "JOIN,ON,AND,OR,NOT,LIKE,BETWEEN,IN,IS,NULL,DATE,SIZE,ALL,ALTER,ANY,ASCENDING,AT,BLOB,CHAR,"
+    "CHARACTER,COLLATE,COLLATION,COLUMN,COMMIT,COMPUTED,CONNECT,CONSTRAINT,CONTINUE,CREATE,DAY,"
+    "DEFAULT,DELETE,DESCENDING,DOUBLE,DROP,EXECUTE,FILTER,FIRST,FLOAT,FOR,FOREIGN,FROM,FUNCTION,"
+    "INDEX,INT,INTEGER,LENGTH,MONTH,NUMERIC,TIME,TIMESTAMP,TRIM,UNIQUE,VARCHAR";
+constexpr std::string_view kGenericFunctions = "SUM,MIN,MAX,AVG,COUNT";
+constexpr std::string_view kGenericOperations = "+,-,*,/,||";
+constexpr std::string_view kGenericComparisons = "=,<>,<,<=,>,>=";
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------
+// TZvScanner
+
+bool TZvScanner::IsAlpha(char C) {
+    return (C >= 'A' && C <= 'Z') || (C >= 'a' && C <= 'z');
+}
+
+bool TZvScanner::IsDelim(char C) {
+    return C != 0 && kDelimiters.find(C) != std::string_view::npos;
+}
+
+bool TZvScanner::IsDigit(char C) {
+    return C >= '0' && C <= '9';
+}
+
+bool TZvScanner::IsQuote(char C) {
+    return C == '"' || C == '\'';
+}
+
+bool TZvScanner::IsSpace(char C) {
+    return C == ' ' || C == '\t';
+}
+
+void TZvScanner::GetTokenPlus() {
+    const std::int32_t SavedPosition = Position;
+    const std::string SavedToken = Token;
+    const std::int32_t SavedLevel = Level;
+    const bool SavedInQuote = InQuote;
+    const char SavedQuoteChar = QuoteChar;
+    GetNextToken();
+    Position = SavedPosition;
+    Token = SavedToken;
+    Level = SavedLevel;
+    InQuote = SavedInQuote;
+    QuoteChar = SavedQuoteChar;
+}
+
+bool TZvScanner::ShouldLevelUp(char C) {
+    return C == '(';
+}
+
+bool TZvScanner::ShouldLevelDown(char C) {
+    return C == ')';
+}
+
+void TZvScanner::Init() {
+    Token.clear();
+    Position = 1;
+    Level = 0;
+    InQuote = false;
+    QuoteChar = 0;
+}
+
+void TZvScanner::GetFirstToken() {
+    Init();
+    GetNextToken();
+}
+
+void TZvScanner::GetNextToken() {
+    Token.clear();
+    while (Position <= Length) {
+        const char C = CharAt(Position);
+        if (!InQuote && (IsSpace(C) || IsDelim(C))) {
+            if (Token.empty()) {
+                Token += C;
+                StepForward();
+            }
+            return;
+        }
+        Token += C;
+        StepForward();
+    }
+}
+
+char TZvScanner::GetQuotePair(char Q) {
+    return Q;
+}
+
+void TZvScanner::MoveBy(std::int32_t N) {
+    Token.clear();
+    for (; N > 0 && Position <= Length; --N)
+        StepForward();
+    for (; N < 0 && Position >= 2; ++N)
+        StepBack();
+}
+
+void TZvScanner::SetExpression(std::string_view Text) {
+    Expression.assign(Text);
+    Length = static_cast<std::int32_t>(Expression.size());
+    GetFirstToken();
+}
+
+bool TZvScanner::IsForwardQuote(char C) {
+    return IsQuote(C);
+}
+
+bool TZvScanner::IsBackwardQuote(char C) {
+    return IsQuote(C);
+}
+
+void TZvScanner::StepForward() {
+    const char C = CharAt(Position);
+    if (IsForwardQuote(C)) {
+        if (!InQuote)
+            QuoteChar = C;
+        else if (C == GetQuotePair(QuoteChar))
+            QuoteChar = 0;
+        InQuote = QuoteChar != 0;
+    }
+    if (ShouldLevelUp(C))
+        ++Level;
+    if (ShouldLevelDown(C))
+        --Level;
+    ++Position;
+}
+
+// Going back, a quote closes on the very character that opened it, not on its pair: the two
+// directions are deliberately not mirror images.
+void TZvScanner::StepBack() {
+    --Position;
+    const char C = CharAt(Position);
+    if (IsBackwardQuote(C)) {
+        if (!InQuote)
+            QuoteChar = C;
+        else if (C == QuoteChar)
+            QuoteChar = 0;
+        InQuote = QuoteChar != 0;
+    }
+    if (ShouldLevelUp(C))
+        --Level;
+    if (ShouldLevelDown(C))
+        ++Level;
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvSQLScanner: construction, lists, character classes
+
+TZvSQLScanner::TZvSQLScanner() = default;
+
+void TZvSQLScanner::EnsureDefined() {
+    if (Defined || Defining)
+        return;
+    // Defining guards against a dialect's Define operation asking for a list while it is filled.
+    Defining = true;
+    DefineKeywords();
+    DefineFunctions();
+    DefineOperations();
+    DefineComplexOperators();
+    DefineCompareOperators();
+    DefineJoinOperators();
+    DefineBooleans();
+    Defining = false;
+    Defined = true;
+}
+
+void TZvSQLScanner::FillList(TZvWordList& List, const std::string& CommaText) {
+    List.SetCommaText(CommaText);
+    CharClassesValid = false;
+}
+
+void TZvSQLScanner::DefineKeywords() {
+    FillList(Keywords, GetCommaKeywords());
+}
+
+void TZvSQLScanner::DefineFunctions() {
+    FillList(Functions, GetCommaFunctions());
+}
+
+void TZvSQLScanner::DefineOperations() {
+    FillList(Operations, GetCommaOperations());
+}
+
+void TZvSQLScanner::DefineComplexOperators() {
+    FillList(ComplexOperators, GetCommaComplexOperators());
+}
+
+void TZvSQLScanner::DefineCompareOperators() {
+    FillList(CompareOperators, GetCommaCompareOperators());
+}
+
+void TZvSQLScanner::DefineJoinOperators() {
+    FillList(JoinOperators, GetCommaJoinOperators());
+}
+
+void TZvSQLScanner::DefineBooleans() {
+    Booleans[0] = "False";
+    Booleans[1] = "True";
+}
+
+std::string TZvSQLScanner::GetCommaKeywords() {
+    return std::string(kGenericKeywords);
+}
+
+std::string TZvSQLScanner::GetCommaFunctions() {
+    return std::string(kGenericFunctions);
+}
+
+std::string TZvSQLScanner::GetCommaOperations() {
+    return std::string(kGenericOperations);
+}
+
+std::string TZvSQLScanner::GetCommaComplexOperators() {
+    return std::string();
+}
+
+std::string TZvSQLScanner::GetCommaCompareOperators() {
+    return std::string(kGenericComparisons);
+}
+
+std::string TZvSQLScanner::GetCommaJoinOperators() {
+    return std::string(kGenericComparisons);
+}
+
+const TZvWordList& TZvSQLScanner::GetKeywords() {
+    EnsureDefined();
+    return Keywords;
+}
+const TZvWordList& TZvSQLScanner::GetFunctions() {
+    EnsureDefined();
+    return Functions;
+}
+const TZvWordList& TZvSQLScanner::GetOperations() {
+    EnsureDefined();
+    return Operations;
+}
+const TZvWordList& TZvSQLScanner::GetComplexOperators() {
+    EnsureDefined();
+    return ComplexOperators;
+}
+const TZvWordList& TZvSQLScanner::GetCompareOperators() {
+    EnsureDefined();
+    return CompareOperators;
+}
+const TZvWordList& TZvSQLScanner::GetJoinOperators() {
+    EnsureDefined();
+    return JoinOperators;
+}
+
+void TZvSQLScanner::SetKeywords(const TZvWordList& Value) {
+    EnsureDefined();
+    Keywords.Assign(Value);
+}
+void TZvSQLScanner::SetFunctions(const TZvWordList& Value) {
+    EnsureDefined();
+    Functions.Assign(Value);
+}
+void TZvSQLScanner::SetOperations(const TZvWordList& Value) {
+    EnsureDefined();
+    Operations.Assign(Value);
+}
+void TZvSQLScanner::SetComplexOperators(const TZvWordList& Value) {
+    EnsureDefined();
+    ComplexOperators.Assign(Value);
+    CharClassesValid = false;
+}
+void TZvSQLScanner::SetCompareOperators(const TZvWordList& Value) {
+    EnsureDefined();
+    CompareOperators.Assign(Value);
+    CharClassesValid = false;
+}
+void TZvSQLScanner::SetJoinOperators(const TZvWordList& Value) {
+    EnsureDefined();
+    JoinOperators.Assign(Value);
+}
+
+const std::string& TZvSQLScanner::GetBooleans(bool Flag) {
+    EnsureDefined();
+    return Booleans[Flag ? 1 : 0];
+}
+
+void TZvSQLScanner::SetBooleans(bool Flag, std::string_view Text) {
+    EnsureDefined();
+    Booleans[Flag ? 1 : 0] = std::string(Text);
+}
+
+// The token reader asks about every character; the answers come from the (virtual, per dialect)
+// tests once, into a table, so that the hot loop makes no virtual call per character.
+void TZvSQLScanner::BuildCharClasses() {
+    EnsureDefined();
+    for (int Code = 0; Code < 256; ++Code) {
+        const char C = static_cast<char>(static_cast<unsigned char>(Code));
+        std::uint16_t Bits = 0;
+        if (IsAlpha(C))
+            Bits |= ccAlpha;
+        if (IsDelim(C))
+            Bits |= ccDelim;
+        if (IsDigit(C))
+            Bits |= ccDigit;
+        if (IsQuote(C))
+            Bits |= ccQuote;
+        if (IsIdentQuote(C))
+            Bits |= ccIdentQuote;
+        if (IsSpace(C))
+            Bits |= ccSpace;
+        if (IsLegalSymbol(C))
+            Bits |= ccLegal;
+        if (ShouldLevelUp(C))
+            Bits |= ccLevelUp;
+        if (ShouldLevelDown(C))
+            Bits |= ccLevelDown;
+        CharClass[static_cast<std::size_t>(Code)] = Bits;
+    }
+    for (const TZvWordList* List : {&CompareOperators, &ComplexOperators}) {
+        for (const std::string& Entry : List->Items()) {
+            if (Entry.empty())
+                continue;
+            CharClass[static_cast<unsigned char>(UpCase(Entry[0]))] |= ccOperatorStart;
+            CharClass[static_cast<unsigned char>(LoCase(Entry[0]))] |= ccOperatorStart;
+        }
+    }
+    CharClassesValid = true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvSQLScanner: cursor
+
+void TZvSQLScanner::GetTokenPlus() {
+    const TTokenKinds SavedKinds = TokenKinds;
+    const std::int32_t SavedLine = Line;
+    const std::int32_t SavedColumn = Column;
+    const std::string SavedToken = Token;
+    TZvScanner::GetTokenPlus();
+    TokenPlus.swap(Token);
+    Token = SavedToken;
+    TokenKindsPlus = TokenKinds;
+    TokenKinds = SavedKinds;
+    Line = SavedLine;
+    Column = SavedColumn;
+}
+
+TTokenKinds TZvSQLScanner::GetTokenKindPlus() {
+    GetTokenPlus();
+    return TokenKindsPlus;
+}
+
+// A scan restarted after a line-end token counts from line 2, otherwise from line 1; this
+// asymmetry is intended and callers rely on it.
+void TZvSQLScanner::Init() {
+    TZvScanner::Init();
+    if (TokenKinds.Contains(tkEol)) {
+        Line = 2;
+        Column = 1;
+    } else {
+        Line = 1;
+        Column = static_cast<std::int32_t>(Token.size()) + 1;
+    }
+}
+
+void TZvSQLScanner::MoveBy(std::int32_t N) {
+    TZvScanner::MoveBy(N);
+    if (Position == Length)
+        TokenKinds = TTokenKinds{tkEnd};
+    else if (Token.empty())
+        TokenKinds = TTokenKinds{};
+}
+
+// Forward, a character is a quote only when both tests hold; back, when either does.
+bool TZvSQLScanner::IsForwardQuote(char C) {
+    return IsQuote(C) && IsIdentQuote(C);
+}
+
+bool TZvSQLScanner::IsBackwardQuote(char C) {
+    return IsQuote(C) || IsIdentQuote(C);
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvSQLScanner: the token reader
+
+void TZvSQLScanner::GetNextToken() {
+    EnsureDefined();
+    for (;;) {
+        if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
+            SpaceCount = 0;
+        TokenKinds = TTokenKinds{};
+        Token.clear();
+        ReadToken();
+
+        if (TokenKinds.Empty())
+            ClassifyWord();
+        else if (Token == ";")
+            TokenKinds = TTokenKinds{tkEnd};
+        if (!Token.empty() && IsOperation(Token))
+            TokenKinds.Include(tkOperation);
+        if (!TokenKinds.Contains(tkEol))
+            Column += static_cast<std::int32_t>(Token.size());
+
+        // Blanks, line ends and bare quote characters are never handed out.
+        if (IsIntersected(TokenKinds, {tkQuote, tkSpace, tkEol})) {
+            if (IsIntersected(TokenKinds, {tkSpace, tkEol}))
+                ++SpaceCount;
+            continue;
+        }
+        AdjustLevelAfterToken();
+        break;
+    }
+
+    if (IsIntersected(TokenKinds, {tkString, tkIdent})) {
+        const std::size_t FirstDot = Token.find('.');
+        const bool DotAndBlank = FirstDot != std::string::npos && Token.find(' ') != std::string::npos;
+        if (DotAndBlank || (FirstDot != std::string::npos && FirstDot + 1 == Token.size()))
+            TokenKinds.Exclude(tkIdent);
+    }
+    if (TokenKinds.Contains(tkIdent))
+        Token = GetFormatTokenIdent(Token, InQuote);
+}
+
+void TZvSQLScanner::AdjustLevelAfterToken() {
+    if (InQuote || Position <= 1)
+        return;
+    const std::uint16_t Bits = Classes(CharAt(Position - 1));
+    if (Bits & ccLevelUp)
+        ++Level;
+    if (Bits & ccLevelDown)
+        --Level;
+}
+
+void TZvSQLScanner::ReadToken() {
+    while (Position <= Length) {
+        const char C = CharAt(Position);
+        const std::uint16_t Bits = Classes(C);
+        if ((Bits & (ccQuote | ccIdentQuote)) && ReadQuote(C))
+            return;
+        if (!InQuote) {
+            if (C == '.' && ReadFloat())
+                return;
+            if (Bits & (ccDelim | ccSpace)) {
+                if (Token.empty())
+                    ReadDelimiterOrBlank(C);
+                return;
+            }
+        }
+        Token += C;
+        ++Position;
+    }
+    // Whatever the unfinished quoted text looks like, an open quote at the end is an error,
+    // reported where the unfinished token began.
+    if (InQuote)
+        RaiseUnterminated();
+}
+
+void TZvSQLScanner::RaiseUnterminated() {
+    throw EZvParserError(zvpeUnterminatedString, Token, Column, Line);
+}
+
+// Returns true when the quote C ends the scan of this token (a closing quote, or any quote while
+// none is open); false when it is content of the open quoted text.
+bool TZvSQLScanner::ReadQuote(char C) {
+    const char Next = Position < Length ? CharAt(Position + 1) : '\0';
+    const bool Closing = InQuote && GetQuotePair(QuoteChar) == C &&
+                         (Position == Length || IsTerminator(C, Token, Next, QuoteChar));
+    if (InQuote && !Closing)
+        return false;
+
+    if (Token.empty() && !EmptyQuote) {
+        if (InQuote) {
+            InQuote = false;
+            QuoteChar = 0;
+        } else {
+            InQuote = true;
+            QuoteChar = C;
+            const char AfterNext = Position + 1 < Length ? CharAt(Position + 2) : '\0';
+            EmptyQuote = GetQuotePair(C) == C && Next == C && (Position + 1 == Length || AfterNext != C);
+        }
+        Token.assign(1, C);
+        TokenKinds.Include(tkQuote);
+        ++Position;
+        return true;
+    }
+
+    if (InQuote) {
+        if (IsIdentQuote(C)) {
+            TokenKinds.Include(tkIdent);
+            if (IsQuote(C))
+                TokenKinds.Include(tkString);
+        } else {
+            TokenKinds.Include(tkString);
+        }
+    }
+    EmptyQuote = false;
+    return true;
+}
+
+// At a "." after an integer: the digits after the dot make a float unless something other than a
+// blank or delimiter, or a second ".", follows them ("1.5a" is the integer 1 and more tokens).
+bool TZvSQLScanner::ReadFloat() {
+    if (!IsInteger(Token))
+        return false;
+    std::int32_t End = Position + 1;
+    while (End <= Length && (Classes(CharAt(End)) & ccDigit))
+        ++End;
+    if (End <= Length) {
+        const char After = CharAt(End);
+        if (After == '.' || !(Classes(After) & (ccSpace | ccDelim)))
+            return false;
+    }
+    Token.append(Expression, static_cast<std::size_t>(Position - 1), static_cast<std::size_t>(End - Position));
+    Position = End;
+    TokenKinds.Include(tkFloat);
+    return true;
+}
+
+void TZvSQLScanner::ReadDelimiterOrBlank(char C) {
+    if (Classes(C) & ccOperatorStart) {
+        if (ReadOperator(CompareOperators, tkComparison) || ReadOperator(ComplexOperators, tkSpecial))
+            return;
+    }
+    if (C == '\r' && Position < Length && CharAt(Position + 1) == '\n') {
+        Token = "\r\n";
+        Position += 2;
+        TokenKinds = TTokenKinds{tkEol};
+        ++Line;
+        Column = 1;
+        return;
+    }
+    Token.assign(1, C);
+    ++Position;
+    const std::uint16_t Bits = Classes(C);
+    if (Bits & ccDelim)
+        TokenKinds.Include(tkDelim);
+    if (Bits & ccSpace)
+        TokenKinds.Include(tkSpace);
+}
+
+// Reads the longest run from the cursor that begins some entry of List; it is a token of Kind
+// only when that run is an entry itself.
+bool TZvSQLScanner::ReadOperator(const TZvWordList& List, TTokenKind Kind) {
+    const std::string_view Rest = std::string_view(Expression).substr(static_cast<std::size_t>(Position - 1));
+    std::size_t Run = 0;
+    while (Run < Rest.size() && List.IsPrefixOfEntry(Rest.substr(0, Run + 1)))
+        ++Run;
+    if (Run == 0 || !List.Contains(Rest.substr(0, Run)))
+        return false;
+    Token.assign(Rest.substr(0, Run));
+    Position += static_cast<std::int32_t>(Run);
+    TokenKinds.Include(Kind);
+    return true;
+}
+
+void TZvSQLScanner::ClassifyWord() {
+    if (Token.empty()) {
+        TokenKinds = TTokenKinds{tkEnd};
+        return;
+    }
+    if (IsFunction(Token))
+        TokenKinds.Include(tkFunction);
+    if (IsKeyword(Token))
+        TokenKinds.Include(tkKeyword);
+    if (!TokenKinds.Empty())
+        return;
+    if (IsInteger(Token))
+        TokenKinds = TTokenKinds{tkInteger};
+    else if (IsBoolean(Token))
+        TokenKinds = TTokenKinds{tkBoolean};
+    else if (IsIdentifier(Token) || IsIdentifier(ProcessIdent(Token)))
+        TokenKinds = TTokenKinds{tkIdent};
+}
+
+bool TZvSQLScanner::IsTerminator(char C, std::string_view Text, char Next, char Quote) {
+    if (C != GetQuotePair(Quote))
+        return false;
+    if (C != Quote)
+        return true;
+    if (Next == Quote)
+        return false;
+    std::size_t Trailing = 0;
+    while (Trailing < Text.size() && Text[Text.size() - 1 - Trailing] == Quote)
+        ++Trailing;
+    return Trailing % 2 == 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvSQLScanner: word tests
+
+bool TZvSQLScanner::IsOperation(std::string_view S) {
+    EnsureDefined();
+    return Operations.Contains(S);
+}
+
+bool TZvSQLScanner::IsComplexOperator(std::string_view S) {
+    EnsureDefined();
+    return ComplexOperators.Contains(S);
+}
+
+bool TZvSQLScanner::IsCompareOperator(std::string_view S) {
+    EnsureDefined();
+    return CompareOperators.Contains(S);
+}
+
+bool TZvSQLScanner::IsJoinOperator(std::string_view S) {
+    EnsureDefined();
+    return JoinOperators.Contains(S);
+}
+
+bool TZvSQLScanner::IsKeyword(std::string_view S) {
+    EnsureDefined();
+    return Keywords.Contains(S);
+}
+
+bool TZvSQLScanner::IsFunction(std::string_view S) {
+    EnsureDefined();
+    return Functions.Contains(S);
+}
+
+bool TZvSQLScanner::IsLegalSymbol(char C) {
+    return IsAlpha(C) || IsDigit(C) || C == '_';
+}
+
+bool TZvSQLScanner::IsIdentifier(std::string_view S) {
+    if (S.empty() || !(Classes(S[0]) & ccAlpha))
+        return false;
+    for (std::size_t I = 1; I < S.size(); ++I) {
+        if (!(Classes(S[I]) & ccLegal))
+            return false;
+    }
+    return true;
+}
+
+bool TZvSQLScanner::IsInteger(std::string_view S) {
+    if (S.empty())
+        return false;
+    for (char C : S) {
+        if (!(Classes(C) & ccDigit))
+            return false;
+    }
+    return true;
+}
+
+bool TZvSQLScanner::IsBoolean(std::string_view S) {
+    EnsureDefined();
+    return SameText(S, Booleans[0]) || SameText(S, Booleans[1]);
+}
+
+char TZvSQLScanner::GetIdentQuote() {
+    return '"';
+}
+
+bool TZvSQLScanner::IsIdentQuote(char C) {
+    return C == '"';
+}
+
+char TZvSQLScanner::GetStringQuote() {
+    return '\'';
+}
+
+bool TZvSQLScanner::GetProcessAliases() {
+    return ProcessAliases;
+}
+
+bool TZvSQLScanner::GetQuoteIdentifiers() {
+    return QuoteIdentifiers;
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvSQLScanner: names
+
+std::string TZvSQLScanner::ProcessIdent(std::string_view S) {
+    if (S.size() > 1 && IsIdentQuote(S.front()) && IsIdentQuote(S.back()) && S.back() == GetQuotePair(S.front()))
+        return ExtractQuotedString(S, S.front(), S.back());
+    return std::string(S);
+}
+
+std::string TZvSQLScanner::QuoteStr(std::string_view S) {
+    const char Q = GetStringQuote();
+    if (S.size() >= 2 && S.front() == Q && S.back() == Q)
+        return std::string(S);
+    return QuoteString(S, Q, Q);
+}
+
+bool TZvSQLScanner::NeedQuotes(std::string_view S) {
+    if (S.empty() || Trim(S) == "*")
+        return false;
+    const char Open = GetIdentQuote();
+    const char Close = GetQuotePair(Open);
+    const char DotOpen[] = {'.', Open};
+    const char CloseDot[] = {Close, '.'};
+    if (S.find(std::string_view(DotOpen, 2)) != std::string_view::npos ||
+        S.find(std::string_view(CloseDot, 2)) != std::string_view::npos)
+        return false;
+    if (S.size() > 1 && IsIdentQuote(S.front()) && IsIdentQuote(S.back()))
+        return false;
+    if (Has(S.front(), ccAlpha)) {
+        bool AllLegal = true;
+        for (char C : S)
+            AllLegal = AllLegal && Has(C, ccLegal);
+        if (AllLegal && !IsFunction(S) && !IsKeyword(S))
+            return false;
+    }
+    return true;
+}
+
+std::string TZvSQLScanner::QuoteName(std::string_view S) {
+    std::string Name(S);
+    if (S.size() > 2 && IsIdentQuote(S.front()) && S.back() == GetQuotePair(S.front()))
+        Name = ExtractQuotedString(S, S.front(), S.back());
+    if (GetQuoteIdentifiers() && NeedQuotes(Name)) {
+        const char Open = GetIdentQuote();
+        return QuoteString(Name, Open, GetQuotePair(Open));
+    }
+    return Name;
+}
+
+std::string TZvSQLScanner::ProcessName(std::string_view S) {
+    if (!GetQuoteIdentifiers() || !NeedQuotes(S))
+        return std::string(S);
+    std::string Result;
+    char Open = 0;
+    std::size_t OpenCount = 0;
+    std::size_t PartStart = 0;
+    auto AppendPart = [&](std::size_t End) {
+        std::string_view Part = S.substr(PartStart, End - PartStart);
+        std::string Unquoted(Part);
+        if (!Part.empty() && IsIdentQuote(Part.front()))
+            Unquoted = ExtractQuotedString(Part, Part.front(), GetQuotePair(Part.front()));
+        if (!Result.empty() || PartStart > 0)
+            Result += '.';
+        Result += QuoteName(Unquoted);
+    };
+    for (std::size_t I = 0; I < S.size(); ++I) {
+        const char C = S[I];
+        if (Open == 0) {
+            if (C == '.') {
+                AppendPart(I);
+                PartStart = I + 1;
+            } else if (IsIdentQuote(C)) {
+                Open = C;
+                OpenCount = 1;
+            }
+        } else if (GetQuotePair(Open) == Open) {
+            // Symmetric quotes: a doubled quote inside the name keeps the stretch open, so the
+            // stretch is closed whenever an even number of quotes has been seen.
+            if (C == Open && ++OpenCount % 2 == 0)
+                Open = 0;
+        } else if (C == GetQuotePair(Open)) {
+            Open = 0;
+        }
+    }
+    AppendPart(S.size());
+    return Result;
+}
+
+std::string TZvSQLScanner::GetFormatTokenIdent(std::string_view S, bool Quoted) {
+    if (!GetQuoteIdentifiers() || !Quoted || S.size() <= 1 || S.find('.') == std::string_view::npos)
+        return std::string(S);
+    const char Open = GetIdentQuote();
+    const char Close = GetQuotePair(Open);
+    if (S.front() == Open && S.back() == Close)
+        return std::string(S);
+    return QuoteString(S, Open, Close);
+}
+
+} // namespace zv

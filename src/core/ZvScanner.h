@@ -1,0 +1,270 @@
+// The SQL scanner in two layers: TZvScanner, a character cursor that knows quotes and parenthesis
+// depth, and TZvSQLScanner, which cuts statement text into typed tokens, tracks lines and columns
+// and answers the dialect's questions about names (keyword? function? needs quotes? how quoted?).
+// A dialect derives from TZvSQLScanner and overrides virtual operations; nothing here knows which
+// dialect is in use.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "ZvWordList.h"
+
+namespace zv {
+
+enum TTokenKind : std::uint8_t {
+    tkKeyword,
+    tkFunction,
+    tkDelim,
+    tkInteger,
+    tkFloat,
+    tkString,
+    tkQuote,
+    tkSpace,
+    tkEol,
+    tkEnd,
+    tkIdent,
+    tkOperation,
+    tkComparison,
+    tkBoolean,
+    tkSpecial,
+};
+
+// A set of token kinds, one bit per kind at its ordinal: a token may be several things at once
+// (a keyword that is also a function; an operation mark on top of a delimiter).
+class TTokenKinds {
+public:
+    constexpr TTokenKinds() = default;
+    constexpr TTokenKinds(std::initializer_list<TTokenKind> Kinds) {
+        for (TTokenKind K : Kinds)
+            Include(K);
+    }
+    constexpr bool Contains(TTokenKind K) const { return (Bits & Bit(K)) != 0; }
+    constexpr void Include(TTokenKind K) { Bits = static_cast<std::uint16_t>(Bits | Bit(K)); }
+    constexpr void Exclude(TTokenKind K) { Bits = static_cast<std::uint16_t>(Bits & ~Bit(K)); }
+    constexpr bool Empty() const { return Bits == 0; }
+    constexpr std::uint16_t GetBits() const { return Bits; }
+    constexpr TTokenKinds operator&(TTokenKinds Other) const { return FromBits(Bits & Other.Bits); }
+    constexpr TTokenKinds operator|(TTokenKinds Other) const { return FromBits(Bits | Other.Bits); }
+    friend constexpr bool operator==(TTokenKinds, TTokenKinds) = default;
+
+private:
+    static constexpr std::uint16_t Bit(TTokenKind K) { return static_cast<std::uint16_t>(1u << K); }
+    static constexpr TTokenKinds FromBits(unsigned B) {
+        TTokenKinds R;
+        R.Bits = static_cast<std::uint16_t>(B);
+        return R;
+    }
+    std::uint16_t Bits = 0;
+};
+
+// True when the two sets share a member.
+constexpr bool IsIntersected(TTokenKinds A, TTokenKinds B) {
+    return !(A & B).Empty();
+}
+
+// Character cursor over a text: position, current token, parenthesis level and quote state.
+// Positions are 1-based byte positions; Position == Length + 1 is the end of the text.
+class TZvScanner {
+public:
+    TZvScanner() = default;
+    virtual ~TZvScanner() = default;
+    TZvScanner(const TZvScanner&) = delete;
+    TZvScanner& operator=(const TZvScanner&) = delete;
+
+    // Character classes, in the slot order dialects know them by.
+    virtual bool IsAlpha(char C);
+    virtual bool IsDelim(char C);
+    virtual bool IsDigit(char C);
+    virtual bool IsQuote(char C);
+    virtual bool IsSpace(char C);
+    // Reads the next token and puts everything back: the caller learns what follows.
+    virtual void GetTokenPlus();
+    virtual bool ShouldLevelUp(char C);
+    virtual bool ShouldLevelDown(char C);
+    // Cursor to the start of the text: empty token, level 0, no quote open.
+    virtual void Init();
+    virtual void GetFirstToken();
+    // The base layer reads a plain word: a run of characters up to a blank or delimiter outside
+    // quotes, or that one delimiter. The SQL layer replaces it with the full token reader.
+    virtual void GetNextToken();
+    // The closing quote for the opening quote Q.
+    virtual char GetQuotePair(char Q);
+    // Moves the cursor N characters (back for negative N), tracking quotes and level. Clears Token.
+    virtual void MoveBy(std::int32_t N);
+
+    // Assigns the text and reads its first token.
+    void SetExpression(std::string_view Text);
+    const std::string& GetExpression() const { return Expression; }
+
+    std::string Expression;
+    std::int32_t Position = 1;
+    std::int32_t Length = 0;
+    std::string Token;
+    std::int32_t Level = 0;
+    bool InQuote = false;
+    char QuoteChar = 0;
+
+protected:
+    // The character at 1-based position P (P within 1..Length).
+    char CharAt(std::int32_t P) const { return Expression[static_cast<std::size_t>(P - 1)]; }
+    // Passes over the character at the cursor, tracking quote state and level.
+    void StepForward();
+    void StepBack();
+    // The quote test used when moving forward, and when moving back (they differ on purpose in
+    // the SQL layer: forward needs both tests, back either).
+    virtual bool IsForwardQuote(char C);
+    virtual bool IsBackwardQuote(char C);
+};
+
+// The SQL layer: typed tokens, word lists, lines and columns, and name quoting rules.
+//
+// Word lists and the character-class table are filled on first use rather than in the
+// constructor: they come from virtual operations that a dialect overrides, and a C++ base
+// constructor cannot reach those overrides. A dialect that changes a setting on which its
+// character tests depend calls InvalidateCharClasses().
+class TZvSQLScanner : public TZvScanner {
+public:
+    TZvSQLScanner();
+
+    // Also saves and restores the token kinds, line and column; leaves TokenKindsPlus and
+    // TokenPlus describing the next token.
+    void GetTokenPlus() override;
+    // Also sets Line and Column: line 2 when the previous token was a line end, else line 1.
+    void Init() override;
+    // Reads one token; blanks, line ends and bare quote characters are passed over (counted in
+    // SpaceCount). Raises EZvParserError (type 3) when the text ends inside a quote.
+    void GetNextToken() override;
+    // After moving, TokenKinds is {tkEnd} when Position equals Length, else empty.
+    void MoveBy(std::int32_t N) override;
+    virtual bool IsOperation(std::string_view S);
+    virtual bool IsComplexOperator(std::string_view S);
+    virtual bool IsCompareOperator(std::string_view S);
+    virtual bool IsLegalSymbol(char C);
+    virtual bool IsIdentifier(std::string_view S);
+    virtual bool IsInteger(std::string_view S);
+    virtual bool IsBoolean(std::string_view S);
+    virtual bool IsKeyword(std::string_view S);
+    virtual bool IsFunction(std::string_view S);
+    // Does C close the quoted text opened by Quote? Text is the token read so far, Next the
+    // character after C (0 at the end of the text).
+    virtual bool IsTerminator(char C, std::string_view Text, char Next, char Quote);
+    virtual char GetIdentQuote();
+    virtual bool GetProcessAliases();
+    virtual bool GetQuoteIdentifiers();
+    virtual char GetStringQuote();
+    virtual std::string GetCommaKeywords();
+    virtual std::string GetCommaFunctions();
+    virtual std::string GetCommaOperations();
+    virtual std::string GetCommaComplexOperators();
+    virtual std::string GetCommaCompareOperators();
+    virtual std::string GetCommaJoinOperators();
+    // Strips identifier quotes from a quoted name.
+    virtual std::string ProcessIdent(std::string_view S);
+    virtual void DefineKeywords();
+    virtual void DefineFunctions();
+    virtual void DefineOperations();
+    virtual void DefineComplexOperators();
+    virtual void DefineCompareOperators();
+    virtual void DefineJoinOperators();
+    virtual void DefineBooleans();
+    // Quotes a name read inside quotes that holds a dot, so that it is never split later.
+    virtual std::string GetFormatTokenIdent(std::string_view S, bool Quoted);
+    virtual bool NeedQuotes(std::string_view S);
+    // Quotes a possibly dotted name part by part, where the parts need it.
+    virtual std::string ProcessName(std::string_view S);
+    // Quotes one name part when it needs it (after stripping the quotes it had).
+    virtual std::string QuoteName(std::string_view S);
+    // A string literal: S as it stands when already quoted, else quoted with inner quotes doubled.
+    virtual std::string QuoteStr(std::string_view S);
+    virtual bool IsIdentQuote(char C);
+    virtual bool IsJoinOperator(std::string_view S);
+
+    // Runs the look-ahead and returns the kinds of the next token.
+    TTokenKinds GetTokenKindPlus();
+    const std::string& GetBooleans(bool Flag);
+    void SetBooleans(bool Flag, std::string_view Text);
+
+    // The word lists. Each setter copies the other list's entries in (nothing when handed its own).
+    const TZvWordList& GetKeywords();
+    const TZvWordList& GetFunctions();
+    const TZvWordList& GetOperations();
+    const TZvWordList& GetComplexOperators();
+    const TZvWordList& GetCompareOperators();
+    const TZvWordList& GetJoinOperators();
+    void SetKeywords(const TZvWordList& Value);
+    void SetFunctions(const TZvWordList& Value);
+    void SetOperations(const TZvWordList& Value);
+    void SetComplexOperators(const TZvWordList& Value);
+    void SetCompareOperators(const TZvWordList& Value);
+    void SetJoinOperators(const TZvWordList& Value);
+
+    // Forget the character-class table; it is rebuilt from the virtual tests on next use.
+    void InvalidateCharClasses() { CharClassesValid = false; }
+
+    TTokenKinds TokenKinds;
+    TTokenKinds TokenKindsPlus;
+    // The text of the token the look-ahead saw (callers need to know that "BY" follows "GROUP").
+    std::string TokenPlus;
+    std::int32_t Line = 1;
+    std::int32_t Column = 1;
+    std::int32_t SpaceCount = 0;
+    bool EmptyQuote = false;
+    bool QuoteIdentifiers = true;
+    bool ProcessAliases = false;
+
+protected:
+    bool IsForwardQuote(char C) override;
+    bool IsBackwardQuote(char C) override;
+
+    // Fills the word lists and booleans once, through the (possibly overridden) Define operations.
+    void EnsureDefined();
+    // Reads the characters of one token, before it is classified.
+    void ReadToken();
+    void ClassifyWord();
+
+private:
+    enum : std::uint16_t {
+        ccAlpha = 1 << 0,
+        ccDelim = 1 << 1,
+        ccDigit = 1 << 2,
+        ccQuote = 1 << 3,
+        ccIdentQuote = 1 << 4,
+        ccSpace = 1 << 5,
+        ccLegal = 1 << 6,
+        ccLevelUp = 1 << 7,
+        ccLevelDown = 1 << 8,
+        ccOperatorStart = 1 << 9,
+    };
+    std::uint16_t Classes(char C) {
+        if (!CharClassesValid)
+            BuildCharClasses();
+        return CharClass[static_cast<unsigned char>(C)];
+    }
+    bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
+    void BuildCharClasses();
+    void FillList(TZvWordList& List, const std::string& CommaText);
+    bool ReadQuote(char C);
+    bool ReadFloat();
+    void ReadDelimiterOrBlank(char C);
+    bool ReadOperator(const TZvWordList& List, TTokenKind Kind);
+    void RaiseUnterminated();
+    void AdjustLevelAfterToken();
+
+    TZvWordList Keywords;
+    TZvWordList Functions;
+    TZvWordList ComplexOperators;
+    TZvWordList CompareOperators;
+    TZvWordList JoinOperators;
+    TZvWordList Operations;
+    std::array<std::string, 2> Booleans;
+    std::array<std::uint16_t, 256> CharClass{};
+    bool CharClassesValid = false;
+    bool Defined = false;
+    bool Defining = false;
+};
+
+} // namespace zv

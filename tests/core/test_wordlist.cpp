@@ -1,0 +1,83 @@
+// Word lists: comma texts in, case-insensitive whole-entry look-ups out.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ZvWordList.h"
+
+using namespace zv;
+
+TEST(TZvWordList, CommaTextSplitsAtCommasAndTrimsBlanks) {
+    TZvWordList L;
+    L.SetCommaText(" SELECT , from,Where ");
+    ASSERT_EQ(L.Count(), 3u);
+    EXPECT_EQ(L.Items()[0], "SELECT");
+    EXPECT_EQ(L.Items()[1], "from");
+    EXPECT_EQ(L.Items()[2], "Where");
+    EXPECT_EQ(L.GetCommaText(), "SELECT,from,Where");
+}
+
+TEST(TZvWordList, EmptyCommaTextGivesAnEmptyList) {
+    TZvWordList L;
+    L.SetCommaText("A,B");
+    L.SetCommaText("");
+    EXPECT_EQ(L.Count(), 0u);
+    EXPECT_FALSE(L.Contains("A"));
+}
+
+TEST(TZvWordList, LookupIgnoresCaseAndMatchesWholeEntriesOnly) {
+    TZvWordList L;
+    L.SetCommaText("SELECT,COUNT");
+    EXPECT_TRUE(L.Contains("select"));
+    EXPECT_TRUE(L.Contains("CoUnT"));
+    EXPECT_FALSE(L.Contains("SELEC"));
+    EXPECT_FALSE(L.Contains("SELECTS"));
+    EXPECT_FALSE(L.Contains(""));
+}
+
+TEST(TZvWordList, RepeatedEntriesAreKeptAndStillFound) {
+    TZvWordList L;
+    L.SetCommaText("FROM,A,FROM");
+    EXPECT_EQ(L.Count(), 3u);
+    EXPECT_TRUE(L.Contains("from"));
+}
+
+TEST(TZvWordList, NonAsciiBytesAreComparedExactly) {
+    TZvWordList L;
+    L.SetCommaText("\xC3\xA9T\xC3\xA9");  // "été" in UTF-8 with an upper-case T
+    EXPECT_TRUE(L.Contains("\xC3\xA9t\xC3\xA9"));
+    EXPECT_FALSE(L.Contains("\xC3\x89T\xC3\x89"));  // upper-case É is a different byte sequence
+}
+
+TEST(TZvWordList, LargeListsFindEveryEntry) {
+    TZvWordList L;
+    std::string Text;
+    for (int I = 0; I < 600; ++I)
+        Text += (I ? ",W" : "W") + std::to_string(I);
+    L.SetCommaText(Text);
+    for (int I = 0; I < 600; ++I)
+        EXPECT_TRUE(L.Contains("w" + std::to_string(I))) << I;
+    EXPECT_FALSE(L.Contains("W600"));
+}
+
+TEST(TZvWordList, PrefixTestFindsBeginningsOfEntries) {
+    TZvWordList L;
+    L.SetCommaText("<=,<>,(+)");
+    EXPECT_TRUE(L.IsPrefixOfEntry("<"));
+    EXPECT_TRUE(L.IsPrefixOfEntry("<="));
+    EXPECT_TRUE(L.IsPrefixOfEntry("(+"));
+    EXPECT_FALSE(L.IsPrefixOfEntry("<=="));
+    EXPECT_FALSE(L.IsPrefixOfEntry("+"));
+}
+
+TEST(TZvWordList, AssignCopiesEntriesAndIndex) {
+    TZvWordList A, B;
+    A.SetCommaText("X,Y");
+    B.Assign(A);
+    EXPECT_TRUE(B.Contains("x"));
+    B.Assign(B);
+    EXPECT_EQ(B.Count(), 2u);
+    B.Add("Z");
+    EXPECT_TRUE(B.Contains("z"));
+    EXPECT_FALSE(A.Contains("z"));
+}
