@@ -47,17 +47,17 @@ bool TZvScanner::IsSpace(char C) {
 }
 
 void TZvScanner::GetTokenPlus() {
-    const std::int32_t SavedPosition = Position;
-    const std::string SavedToken = Token;
-    const std::int32_t SavedLevel = Level;
-    const bool SavedInQuote = InQuote;
-    const char SavedQuoteChar = QuoteChar;
+    TCursorState Saved = SaveCursor();
     GetNextToken();
-    Position = SavedPosition;
-    Token = SavedToken;
-    Level = SavedLevel;
-    InQuote = SavedInQuote;
-    QuoteChar = SavedQuoteChar;
+    RestoreCursor(Saved);
+}
+
+void TZvScanner::RestoreCursor(TCursorState& State) {
+    Position = State.Position;
+    Token.swap(State.Token);
+    Level = State.Level;
+    InQuote = State.InQuote;
+    QuoteChar = State.QuoteChar;
 }
 
 bool TZvScanner::ShouldLevelUp(char C) {
@@ -264,14 +264,17 @@ const TZvWordList& TZvSQLScanner::GetJoinOperators() {
 void TZvSQLScanner::SetKeywords(const TZvWordList& Value) {
     EnsureDefined();
     Keywords.Assign(Value);
+    CharClassesValid = false;
 }
 void TZvSQLScanner::SetFunctions(const TZvWordList& Value) {
     EnsureDefined();
     Functions.Assign(Value);
+    CharClassesValid = false;
 }
 void TZvSQLScanner::SetOperations(const TZvWordList& Value) {
     EnsureDefined();
     Operations.Assign(Value);
+    CharClassesValid = false;
 }
 void TZvSQLScanner::SetComplexOperators(const TZvWordList& Value) {
     EnsureDefined();
@@ -286,6 +289,7 @@ void TZvSQLScanner::SetCompareOperators(const TZvWordList& Value) {
 void TZvSQLScanner::SetJoinOperators(const TZvWordList& Value) {
     EnsureDefined();
     JoinOperators.Assign(Value);
+    CharClassesValid = false;
 }
 
 const std::string& TZvSQLScanner::GetBooleans(bool Flag) {
@@ -296,11 +300,12 @@ const std::string& TZvSQLScanner::GetBooleans(bool Flag) {
 void TZvSQLScanner::SetBooleans(bool Flag, std::string_view Text) {
     EnsureDefined();
     Booleans[Flag ? 1 : 0] = std::string(Text);
+    CharClassesValid = false;
 }
 
 // The token reader asks about every character; the answers come from the (virtual, per dialect)
 // tests once, into a table, so that the hot loop makes no virtual call per character.
-void TZvSQLScanner::BuildCharClasses() {
+void TZvSQLScanner::BuildClassTables() {
     EnsureDefined();
     for (int Code = 0; Code < 256; ++Code) {
         const char C = static_cast<char>(static_cast<unsigned char>(Code));
@@ -323,6 +328,8 @@ void TZvSQLScanner::BuildCharClasses() {
             Bits |= ccLevelUp;
         if (ShouldLevelDown(C))
             Bits |= ccLevelDown;
+        if (C == '.')
+            Bits |= ccDot;
         CharClass[static_cast<std::size_t>(Code)] = Bits;
     }
     for (const TZvWordList* List : {&CompareOperators, &ComplexOperators}) {
@@ -333,6 +340,19 @@ void TZvSQLScanner::BuildCharClasses() {
             CharClass[static_cast<unsigned char>(LoCase(Entry[0]))] |= ccOperatorStart;
         }
     }
+    WordClasses.Clear();
+    for (const std::string& Word : Keywords.Items())
+        WordClasses.Add(Word, wfKeyword);
+    for (const std::string& Word : Functions.Items())
+        WordClasses.Add(Word, wfFunction);
+    for (const std::string& Word : Operations.Items())
+        WordClasses.Add(Word, wfOperation);
+    for (const std::string& Word : Booleans)
+        WordClasses.Add(Word, wfBoolean);
+    for (int Code = 0; Code < 256; ++Code) {
+        const char C = static_cast<char>(static_cast<unsigned char>(Code));
+        CharWordClass[static_cast<std::size_t>(Code)] = WordClasses.Find(std::string_view(&C, 1));
+    }
     CharClassesValid = true;
 }
 
@@ -340,14 +360,14 @@ void TZvSQLScanner::BuildCharClasses() {
 // TZvSQLScanner: cursor
 
 void TZvSQLScanner::GetTokenPlus() {
+    TCursorState Saved = SaveCursor();
     const TTokenKinds SavedKinds = TokenKinds;
     const std::int32_t SavedLine = Line;
     const std::int32_t SavedColumn = Column;
-    const std::string SavedToken = Token;
-    TZvScanner::GetTokenPlus();
-    TokenPlus.swap(Token);
-    Token = SavedToken;
+    GetNextToken();
+    TokenPlus = Token;
     TokenKindsPlus = TokenKinds;
+    RestoreCursor(Saved);
     TokenKinds = SavedKinds;
     Line = SavedLine;
     Column = SavedColumn;
@@ -396,15 +416,18 @@ void TZvSQLScanner::GetNextToken() {
     for (;;) {
         if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
             SpaceCount = 0;
+        if (!InQuote)
+            SkipBlanks();
         TokenKinds = TTokenKinds{};
         Token.clear();
         ReadToken();
 
+        const std::uint8_t WordFlags = Token.empty() ? 0 : WordFlagsOfToken();
         if (TokenKinds.Empty())
-            ClassifyWord();
+            ClassifyWord(WordFlags);
         else if (Token == ";")
             TokenKinds = TTokenKinds{tkEnd};
-        if (!Token.empty() && IsOperation(Token))
+        if (WordFlags & wfOperation)
             TokenKinds.Include(tkOperation);
         if (!TokenKinds.Contains(tkEol))
             Column += static_cast<std::int32_t>(Token.size());
@@ -429,6 +452,31 @@ void TZvSQLScanner::GetNextToken() {
         Token = GetFormatTokenIdent(Token, InQuote);
 }
 
+// Only characters that would be read as a lone blank token, or a plain CR LF, qualify: not one
+// that also starts an operator, is a delimiter or quote, or is a listed word of its own.
+void TZvSQLScanner::SkipBlanks() {
+    if (!CharClassesValid)
+        BuildClassTables();
+    constexpr std::uint16_t NotPlain = ccOperatorStart | ccDelim | ccQuote | ccIdentQuote;
+    const bool PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
+    while (Position <= Length) {
+        const char C = CharAt(Position);
+        const std::uint16_t Bits = CharClass[static_cast<unsigned char>(C)];
+        if ((Bits & ccSpace) && !(Bits & NotPlain) && CharWordClass[static_cast<unsigned char>(C)] == 0) {
+            ++Position;
+            ++Column;
+        } else if (C == '\r' && PlainLineEnd && Position < Length && CharAt(Position + 1) == '\n') {
+            Position += 2;
+            ++Line;
+            Column = 1;
+        } else {
+            return;
+        }
+        ++SpaceCount;
+        TokenKinds = TTokenKinds{tkSpace};
+    }
+}
+
 void TZvSQLScanner::AdjustLevelAfterToken() {
     if (InQuote || Position <= 1)
         return;
@@ -440,12 +488,28 @@ void TZvSQLScanner::AdjustLevelAfterToken() {
 }
 
 void TZvSQLScanner::ReadToken() {
-    while (Position <= Length) {
-        const char C = CharAt(Position);
-        const std::uint16_t Bits = Classes(C);
-        if ((Bits & (ccQuote | ccIdentQuote)) && ReadQuote(C))
-            return;
-        if (!InQuote) {
+    if (!CharClassesValid)
+        BuildClassTables();
+    const char* Data = Expression.data();
+    for (;;) {
+        // Take the run of plain characters in one go; only the character that stops it needs
+        // a closer look. Inside quotes only a quote character stops the run.
+        const std::uint16_t Stop =
+            InQuote ? (ccQuote | ccIdentQuote) : (ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot);
+        std::int32_t End = Position;
+        while (End <= Length && !(CharClass[static_cast<unsigned char>(Data[End - 1])] & Stop))
+            ++End;
+        Token.append(Data + (Position - 1), static_cast<std::size_t>(End - Position));
+        Position = End;
+        if (Position > Length)
+            break;
+
+        const char C = Data[Position - 1];
+        const std::uint16_t Bits = CharClass[static_cast<unsigned char>(C)];
+        if (Bits & (ccQuote | ccIdentQuote)) {
+            if (ReadQuote(C))
+                return;
+        } else {
             if (C == '.' && ReadFloat())
                 return;
             if (Bits & (ccDelim | ccSpace)) {
@@ -561,20 +625,20 @@ bool TZvSQLScanner::ReadOperator(const TZvWordList& List, TTokenKind Kind) {
     return true;
 }
 
-void TZvSQLScanner::ClassifyWord() {
+void TZvSQLScanner::ClassifyWord(std::uint8_t WordFlags) {
     if (Token.empty()) {
         TokenKinds = TTokenKinds{tkEnd};
         return;
     }
-    if (IsFunction(Token))
+    if (WordFlags & wfFunction)
         TokenKinds.Include(tkFunction);
-    if (IsKeyword(Token))
+    if (WordFlags & wfKeyword)
         TokenKinds.Include(tkKeyword);
     if (!TokenKinds.Empty())
         return;
     if (IsInteger(Token))
         TokenKinds = TTokenKinds{tkInteger};
-    else if (IsBoolean(Token))
+    else if (WordFlags & wfBoolean)
         TokenKinds = TTokenKinds{tkBoolean};
     else if (IsIdentifier(Token) || IsIdentifier(ProcessIdent(Token)))
         TokenKinds = TTokenKinds{tkIdent};

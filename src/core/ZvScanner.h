@@ -109,6 +109,17 @@ public:
     char QuoteChar = 0;
 
 protected:
+    // What the look-ahead saves and puts back.
+    struct TCursorState {
+        std::int32_t Position;
+        std::string Token;
+        std::int32_t Level;
+        bool InQuote;
+        char QuoteChar;
+    };
+    TCursorState SaveCursor() const { return {Position, Token, Level, InQuote, QuoteChar}; }
+    void RestoreCursor(TCursorState& State);
+
     // The character at 1-based position P (P within 1..Length).
     char CharAt(std::int32_t P) const { return Expression[static_cast<std::size_t>(P - 1)]; }
     // Passes over the character at the cursor, tracking quote state and level.
@@ -202,7 +213,8 @@ public:
     void SetCompareOperators(const TZvWordList& Value);
     void SetJoinOperators(const TZvWordList& Value);
 
-    // Forget the character-class table; it is rebuilt from the virtual tests on next use.
+    // Forget the character-class table (and the word index built with it); both are rebuilt
+    // from the virtual tests and the lists on next use.
     void InvalidateCharClasses() { CharClassesValid = false; }
 
     TTokenKinds TokenKinds;
@@ -224,7 +236,10 @@ protected:
     void EnsureDefined();
     // Reads the characters of one token, before it is classified.
     void ReadToken();
-    void ClassifyWord();
+    void ClassifyWord(std::uint8_t WordFlags);
+    // Passes over a run of plain blanks and line ends as the token reader would, one counted
+    // token each, without building the tokens.
+    void SkipBlanks();
 
 private:
     enum : std::uint16_t {
@@ -238,14 +253,16 @@ private:
         ccLevelUp = 1 << 7,
         ccLevelDown = 1 << 8,
         ccOperatorStart = 1 << 9,
+        ccDot = 1 << 10,  // "." may start a float's fraction whatever the dialect's delimiters
     };
+    enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
         if (!CharClassesValid)
-            BuildCharClasses();
+            BuildClassTables();
         return CharClass[static_cast<unsigned char>(C)];
     }
     bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
-    void BuildCharClasses();
+    void BuildClassTables();
     void FillList(TZvWordList& List, const std::string& CommaText);
     bool ReadQuote(char C);
     bool ReadFloat();
@@ -262,6 +279,13 @@ private:
     TZvWordList Operations;
     std::array<std::string, 2> Booleans;
     std::array<std::uint16_t, 256> CharClass{};
+    // Keywords, functions, operations and the boolean literals in one index: a word is
+    // classified with one look-up.
+    TZvWordFlags WordClasses;
+    std::array<std::uint8_t, 256> CharWordClass{};  // WordClasses of the one-character words
+    std::uint8_t WordFlagsOfToken() const {
+        return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
+    }
     bool CharClassesValid = false;
     bool Defined = false;
     bool Defining = false;

@@ -14,9 +14,13 @@ namespace zv {
 
 namespace {
 
-unsigned char Byte(char C) { return static_cast<unsigned char>(C); }
+unsigned char Byte(char C) {
+    return static_cast<unsigned char>(C);
+}
 
-bool IsBlank(char C) { return Byte(C) <= 32; }
+bool IsBlank(char C) {
+    return Byte(C) <= 32;
+}
 
 } // namespace
 
@@ -172,9 +176,11 @@ void AppendCodeList(std::string& Result, std::string_view Codes, char C) {
 
 } // namespace
 
-// A text holding Q immediately followed by C does not survive the round trip: the decoder takes
-// that pair as the start of a code list. The rule stays so that settings already written read
-// back unchanged; SQL text practically never holds such a pair outside a string literal.
+// Two kinds of text do not survive the round trip: one holding Q immediately followed by C, and
+// one starting with C (the opening quote and C form the same pair). The decoder takes any such
+// pair as the start of a code list, so the text comes back cut short, changed, or refused. This
+// is intended: the stored format stays readable by every reader of it, and SQL text rarely
+// holds either outside a comment or a string literal.
 std::string GetDecodedString(std::string_view Literal, char Q, char C) {
     const char Opener[2] = {Q, C};
     const std::string_view P(Opener, 2);
@@ -205,9 +211,13 @@ std::string ReplaceChar(std::string_view S, char From, char To) {
 
 } // namespace
 
-std::string EncodeIdent(std::string_view S) { return ReplaceChar(S, '.', '\t'); }
+std::string EncodeIdent(std::string_view S) {
+    return ReplaceChar(S, '.', '\t');
+}
 
-std::string DecodeIdent(std::string_view S) { return ReplaceChar(S, '\t', '.'); }
+std::string DecodeIdent(std::string_view S) {
+    return ReplaceChar(S, '\t', '.');
+}
 
 // Scans backwards keeping a quotation depth; the first "." met at depth 0 ends the qualifier.
 // A name that ends in R starts inside its quotes. With L == R a quote is told as opening or
@@ -297,7 +307,9 @@ double RoundHalfEven(double V) {
     return std::fmod(Floor, 2.0) == 0 ? Floor : Floor + 1;
 }
 
-double Distance(std::int64_t A, std::int64_t B) { return static_cast<double>(A > B ? A - B : B - A); }
+double Distance(std::int64_t A, std::int64_t B) {
+    return static_cast<double>(A > B ? A - B : B - A);
+}
 
 bool Within(std::int64_t V, std::int64_t A, std::int64_t B) {
     return V >= std::min(A, B) && V <= std::max(A, B);
@@ -306,27 +318,31 @@ bool Within(std::int64_t V, std::int64_t A, std::int64_t B) {
 // A sloped segment walked along its longer axis: T is the coordinate on that axis, and the line
 // gives the other one. Coordinates are widened to 64 bits so no difference can overflow.
 struct TSlopedWalk {
-    std::int64_t FreeEnd;   // the segment's second point on the walked axis
-    std::int64_t OtherEnd;  // ... and on the other axis
-    std::int64_t Along;     // the walked axis's difference, first point minus second
-    std::int64_t Across;    // the other axis's difference
-    std::int64_t PFree;     // P on the walked axis
-    std::int64_t POther;    // P on the other axis
+    std::int64_t FreeEnd;  // the segment's second point on the walked axis
+    std::int64_t OtherEnd; // ... and on the other axis
+    std::int64_t Along;    // the walked axis's difference, first point minus second
+    std::int64_t Across;   // the other axis's difference
+    std::int64_t PFree;    // P on the walked axis
+    std::int64_t POther;   // P on the other axis
 
     // City-block distance from P to the line's pixel at T. The product comes before the
     // division so that, for any coordinates a diagram uses, it is exact and a true half stays
     // a half for the rounding.
     double F(std::int64_t T) const {
-        const double Other = static_cast<double>(T - FreeEnd) * static_cast<double>(Across) /
-                                 static_cast<double>(Along) +
-                             static_cast<double>(OtherEnd);
+        const double Other =
+            static_cast<double>(T - FreeEnd) * static_cast<double>(Across) / static_cast<double>(Along) +
+            static_cast<double>(OtherEnd);
         return Distance(T, PFree) + std::fabs(RoundHalfEven(Other) - static_cast<double>(POther));
     }
 };
 
-// Bisection for the minimum of F over [Lo, Hi]. It assumes F falls and then rises along the
-// segment, which holds for a straight line. Each pass with Hi - Lo >= 2 puts Mid strictly
-// inside and narrows the range; once Hi - Lo <= 1, Mid == Lo and that pass is the last.
+// Bisection for the minimum of F over [Lo, Hi]: a tie F(Mid + 1) == F(Mid) goes left. F falls
+// and then rises, but the rounded line makes it flat in places, so the search can settle beside
+// the true minimum and call a point far that is D away in city-block terms. That is accepted:
+// a point on the line's pixels is always found (F is strictly falling and rising around it),
+// and a point is never called near unless some pixel is within D.
+// Each pass with Hi - Lo >= 2 puts Mid strictly inside and narrows the range; once Hi - Lo <= 1,
+// Mid == Lo and that pass is the last, so the loop ends for every input.
 bool IsSlopedNear(const TSlopedWalk& Walk, std::int64_t Lo, std::int64_t Hi, double D) {
     for (;;) {
         const std::int64_t Mid = Lo + (Hi - Lo) / 2;

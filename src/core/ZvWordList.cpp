@@ -7,11 +7,12 @@ namespace zv {
 
 namespace {
 
-// FNV-1a over the case-folded bytes, so that "Select" and "SELECT" land in one slot.
+// FNV-1a over the bytes with bit 0x20 set, so that "Select" and "SELECT" land in one slot.
+// Other bytes that differ only in that bit collide too; equality is decided by SameText.
 std::uint64_t FoldedHash(std::string_view Text) {
     std::uint64_t H = 14695981039346656037ULL;
     for (char C : Text) {
-        H ^= static_cast<unsigned char>(UpCase(C));
+        H ^= static_cast<unsigned char>(C) | 0x20u;
         H *= 1099511628211ULL;
     }
     return H;
@@ -27,45 +28,55 @@ std::string_view TrimBlanks(std::string_view S) {
 
 } // namespace
 
-void TZvWordList::TIndex::Clear() {
+void TZvWordFlags::Clear() {
     Keys.clear();
+    Values.clear();
     Slots.clear();
+    FirstAndLength.fill(0);
+    HasEmptyKey = false;
 }
 
-void TZvWordList::TIndex::Insert(std::string Key) {
-    if (Contains(Key))
-        return;
-    Keys.push_back(UpperCase(Key));
-    // Keep the load factor at or below one half; rehash everything when growing.
-    if (Slots.size() < Keys.size() * 2) {
-        std::size_t Size = 16;
-        while (Size < Keys.size() * 2)
-            Size *= 2;
-        Slots.assign(Size, 0);
-        for (std::size_t I = 0; I < Keys.size(); ++I) {
-            std::size_t Slot = FoldedHash(Keys[I]) & (Size - 1);
-            while (Slots[Slot] != 0)
-                Slot = (Slot + 1) & (Size - 1);
-            Slots[Slot] = static_cast<std::uint32_t>(I + 1);
-        }
-        return;
-    }
-    std::size_t Mask = Slots.size() - 1;
-    std::size_t Slot = FoldedHash(Keys.back()) & Mask;
-    while (Slots[Slot] != 0)
+// The slot holding Text, or the empty slot where it would go. Slots must not be empty.
+std::size_t TZvWordFlags::Locate(std::string_view Text) const {
+    const std::size_t Mask = Slots.size() - 1;
+    std::size_t Slot = FoldedHash(Text) & Mask;
+    while (Slots[Slot] != 0 && !SameText(Keys[Slots[Slot] - 1], Text))
         Slot = (Slot + 1) & Mask;
-    Slots[Slot] = static_cast<std::uint32_t>(Keys.size());
+    return Slot;
 }
 
-bool TZvWordList::TIndex::Contains(std::string_view Text) const {
-    if (Slots.empty())
-        return false;
-    std::size_t Mask = Slots.size() - 1;
-    for (std::size_t Slot = FoldedHash(Text) & Mask; Slots[Slot] != 0; Slot = (Slot + 1) & Mask) {
-        if (SameText(Keys[Slots[Slot] - 1], Text))
-            return true;
+void TZvWordFlags::Grow() {
+    std::size_t Size = Slots.empty() ? 16 : Slots.size() * 2;
+    Slots.assign(Size, 0);
+    for (std::size_t I = 0; I < Keys.size(); ++I)
+        Slots[Locate(Keys[I])] = static_cast<std::uint32_t>(I + 1);
+}
+
+void TZvWordFlags::Add(std::string_view Word, std::uint8_t Flags) {
+    if ((Keys.size() + 1) * 2 > Slots.size())
+        Grow();
+    const std::size_t Slot = Locate(Word);
+    if (Slots[Slot] != 0) {
+        Values[Slots[Slot] - 1] = static_cast<std::uint8_t>(Values[Slots[Slot] - 1] | Flags);
+        return;
     }
-    return false;
+    Keys.push_back(UpperCase(Word));
+    Values.push_back(Flags);
+    Slots[Slot] = static_cast<std::uint32_t>(Keys.size());
+    if (Word.empty())
+        HasEmptyKey = true;
+    else
+        FirstAndLength[static_cast<unsigned char>(UpCase(Word[0]))] |= LengthBit(Word.size());
+}
+
+std::uint8_t TZvWordFlags::Find(std::string_view Text) const {
+    if (Slots.empty())
+        return 0;
+    if (Text.empty() ? !HasEmptyKey
+                     : !(FirstAndLength[static_cast<unsigned char>(UpCase(Text[0]))] & LengthBit(Text.size())))
+        return 0;
+    const std::size_t Slot = Locate(Text);
+    return Slots[Slot] == 0 ? 0 : Values[Slots[Slot] - 1];
 }
 
 void TZvWordList::SetCommaText(std::string_view Text) {
@@ -108,11 +119,11 @@ void TZvWordList::Clear() {
 
 void TZvWordList::Add(std::string_view Word) {
     Entries.emplace_back(Word);
-    Words.Insert(std::string(Word));
+    Words.Add(Word, 1);
 }
 
 bool TZvWordList::Contains(std::string_view Word) const {
-    return Words.Contains(Word);
+    return Words.Find(Word) != 0;
 }
 
 bool TZvWordList::IsPrefixOfEntry(std::string_view Text) const {

@@ -2,6 +2,7 @@
 // a case-insensitive hash index, so that a look-up costs the same for 5 words as for 490.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -9,6 +10,31 @@
 #include <vector>
 
 namespace zv {
+
+// Case-insensitive map from a word to a small set of flags (open addressing, load factor <= 1/2).
+// The scanner keeps one for all of its lists, so that a word is classified with one look-up.
+class TZvWordFlags {
+public:
+    void Clear();
+    // Adds Word (or ORs Flags into its existing entry).
+    void Add(std::string_view Word, std::uint8_t Flags);
+    // The flags of Text, 0 when it is absent.
+    std::uint8_t Find(std::string_view Text) const;
+
+private:
+    std::size_t Locate(std::string_view Text) const;
+    void Grow();
+
+    // Bit min(length, 31) of entry [folded first byte] is set when some key has that first byte
+    // and length: most identifiers are rejected by it without hashing.
+    static std::uint32_t LengthBit(std::size_t Size) { return 1u << (Size < 31 ? Size : 31); }
+
+    std::vector<std::string> Keys;  // upper-cased
+    std::vector<std::uint8_t> Values;
+    std::vector<std::uint32_t> Slots;  // index + 1 into Keys, 0 when empty
+    std::array<std::uint32_t, 256> FirstAndLength{};
+    bool HasEmptyKey = false;
+};
 
 class TZvWordList {
 public:
@@ -34,18 +60,10 @@ public:
     std::size_t Count() const { return Entries.size(); }
 
 private:
-    // Open-addressing table of folded keys; a slot holds index + 1 into Keys, 0 when empty.
-    struct TIndex {
-        std::vector<std::string> Keys;
-        std::vector<std::uint32_t> Slots;
-        void Clear();
-        void Insert(std::string Key);
-        bool Contains(std::string_view Text) const;
-    };
     void Rebuild();
 
     std::vector<std::string> Entries;
-    TIndex Words;
+    TZvWordFlags Words;
 };
 
 } // namespace zv

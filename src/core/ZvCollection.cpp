@@ -1,0 +1,190 @@
+// The collection base: ownership, positions and parser routing of model items.
+#include "ZvCollection.h"
+
+#include "ZvErrors.h"
+#include "ZvScanner.h"
+#include "ZvSelectParser.h"
+#include "ZvUtils.h"
+
+#include <algorithm>
+#include <cassert>
+#include <utility>
+
+namespace zv {
+
+// ---- TZvCollectionItem ----------------------------------------------------------------------
+
+void TZvCollectionItem::Assign(const TZvCollectionItem& /*Source*/) {}
+
+TZvSelectParser* TZvCollectionItem::GetParser() const {
+    if (Parser)
+        return Parser;
+    return Collection ? Collection->GetParser() : nullptr;
+}
+
+void TZvCollectionItem::SetParser(TZvSelectParser* Value) {
+    Parser = Value;
+}
+
+std::string TZvCollectionItem::ProcessName(std::string_view S) const {
+    if (TZvSQLScanner* Scanner = GetScanner())
+        return Scanner->ProcessName(S);
+    return std::string(S);
+}
+
+bool TZvCollectionItem::SameIdentifier(std::string_view A, std::string_view B) const {
+    if (Collection)
+        return Collection->SameIdentifier(A, B);
+    return A == B;
+}
+
+std::string TZvCollectionItem::QuoteName(std::string_view S) const {
+    if (TZvSQLScanner* Scanner = GetScanner())
+        return Scanner->QuoteName(S);
+    return std::string(S);
+}
+
+std::string TZvCollectionItem::ProcessKeyword(std::string_view S) const {
+    if (TZvSelectParser* P = GetParser())
+        return P->ProcessKeyword(S);
+    return std::string(S);
+}
+
+std::string TZvCollectionItem::ProcessFunction(std::string_view S) const {
+    if (TZvSelectParser* P = GetParser())
+        return P->ProcessFunction(S);
+    return std::string(S);
+}
+
+TZvSQLScanner* TZvCollectionItem::GetScanner() const {
+    TZvSelectParser* P = GetParser();
+    return P ? &P->GetScanner() : nullptr;
+}
+
+// ---- TZvCollection --------------------------------------------------------------------------
+
+TZvCollection::TZvCollection(TZvPersistent* AOwner, TZvItemClass AItemClass)
+    : Owner(AOwner), ItemClass(std::move(AItemClass)) {
+    assert(ItemClass && "a collection needs an item class to make its items");
+}
+
+TZvCollection::~TZvCollection() {
+    ClearItems();
+}
+
+TZvCollectionItem* TZvCollection::GetItem(int Index) const {
+    CheckIndex(Index, Count() - 1);
+    return Items[static_cast<std::size_t>(Index)].get();
+}
+
+TZvCollectionItem* TZvCollection::Add() {
+    return Insert(Count());
+}
+
+TZvCollectionItem* TZvCollection::Insert(int Index) {
+    CheckIndex(Index, Count());
+    std::unique_ptr<TZvCollectionItem> Owned = ItemClass();
+    TZvCollectionItem* Item = Owned.get();
+    Item->Collection = this;
+    Items.insert(Items.begin() + Index, std::move(Owned));
+    Renumber(Index);
+    Item->Added();
+    Item->SetParser(Parser);
+    return Item;
+}
+
+void TZvCollection::Delete(int Index) {
+    CheckIndex(Index, Count() - 1);
+    TZvCollectionItem* Item = Items[static_cast<std::size_t>(Index)].get();
+    Item->Removing();
+    // The clean-up rules may have removed other items of this list, so look the item up again.
+    const int Current = Item->Index;
+    assert(Current >= 0 && Items[static_cast<std::size_t>(Current)].get() == Item);
+    std::unique_ptr<TZvCollectionItem> Doomed = std::move(Items[static_cast<std::size_t>(Current)]);
+    Items.erase(Items.begin() + Current);
+    Renumber(Current);
+    Doomed->Collection = nullptr;
+    Doomed->Index = -1;
+}
+
+void TZvCollection::Remove(TZvCollectionItem* Item) {
+    if (Item && Item->Collection == this)
+        Delete(Item->Index);
+}
+
+void TZvCollection::Clear() {
+    ClearItems();
+}
+
+void TZvCollection::Assign(const TZvCollection& Source) {
+    if (&Source == this)
+        return;
+    BeginUpdate();
+    try {
+        Clear();
+        for (const auto& Item : Source.Items)
+            Add()->Assign(*Item);
+    } catch (...) {
+        EndUpdate();
+        throw;
+    }
+    EndUpdate();
+}
+
+void TZvCollection::EndUpdate() {
+    if (UpdateCount > 0)
+        --UpdateCount;
+}
+
+void TZvCollection::SetParser(TZvSelectParser* Value) {
+    if (Value == Parser)
+        return;
+    Parser = Value;
+    for (const auto& Item : Items)
+        Item->SetParser(Value);
+}
+
+bool TZvCollection::SameIdentifier(std::string_view A, std::string_view B) const {
+    if (Parser && !Parser->GetCaseSensitiveIdentifiers())
+        return SameText(A, B);
+    return A == B;
+}
+
+void TZvCollection::ClearItems() {
+    // Items leave one at a time from the back, so that an item's destructor that looks at its
+    // collection still finds a consistent list.
+    while (!Items.empty()) {
+        std::unique_ptr<TZvCollectionItem> Doomed = std::move(Items.back());
+        Items.pop_back();
+        Doomed->Collection = nullptr;
+        Doomed->Index = -1;
+    }
+}
+
+int TZvCollection::RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed) {
+    std::vector<std::unique_ptr<TZvCollectionItem>> Removed;
+    auto Kept = std::stable_partition(Items.begin(), Items.end(),
+                                      [&](const std::unique_ptr<TZvCollectionItem>& I) { return !Doomed(*I); });
+    std::move(Kept, Items.end(), std::back_inserter(Removed));
+    Items.erase(Kept, Items.end());
+    Renumber(0);
+    for (auto& Item : Removed) {
+        Item->Collection = nullptr;
+        Item->Index = -1;
+    }
+    const int N = static_cast<int>(Removed.size());
+    Removed.clear();
+    return N;
+}
+
+void TZvCollection::Renumber(int From) {
+    for (std::size_t I = static_cast<std::size_t>(From); I < Items.size(); ++I)
+        Items[I]->Index = static_cast<int>(I);
+}
+
+void TZvCollection::CheckIndex(int Index, int Limit) const {
+    if (Index < 0 || Index > Limit)
+        throw EZvError("List index out of bounds (" + std::to_string(Index) + ")");
+}
+
+} // namespace zv

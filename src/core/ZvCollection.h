@@ -1,0 +1,149 @@
+// The base of every model list and item: an owned, ordered collection whose items know their
+// collection and index, and which routes name quoting, keyword and function case and identifier
+// comparison through the parser that owns the model.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zv {
+
+class TZvCollection;
+class TZvSelectParser;
+class TZvSQLScanner;
+
+// Root of every object that can own a collection (an item, the parser), so that a collection can
+// name its owner whatever it is and a walk up the model can ask what the owner is.
+class TZvPersistent {
+public:
+    TZvPersistent() = default;
+    virtual ~TZvPersistent() = default;
+    TZvPersistent(const TZvPersistent&) = delete;
+    TZvPersistent& operator=(const TZvPersistent&) = delete;
+};
+
+// One item of a TZvCollection. An item made by a collection is owned by it and is removed only
+// through the collection (Delete, Remove, Clear); an item may also stand alone (a scratch item the
+// parser fills before merging it), and then it has no collection and index -1.
+class TZvCollectionItem : public TZvPersistent {
+public:
+    TZvCollectionItem() = default;
+    ~TZvCollectionItem() override = default;
+
+    TZvCollection* GetCollection() const { return Collection; }
+    // Position in the collection; -1 for an item standing alone.
+    int GetIndex() const { return Index; }
+
+    // Copies the data of Source that this class knows; the base copies nothing (in particular
+    // not the parser, which belongs to where an item lives, not to what it holds).
+    virtual void Assign(const TZvCollectionItem& Source);
+
+    // The item's own parser when set, else its collection's; null when neither has one.
+    virtual TZvSelectParser* GetParser() const;
+    virtual void SetParser(TZvSelectParser* Value);
+    // The scanner's quoting of a possibly dotted name; S unchanged without a parser.
+    virtual std::string ProcessName(std::string_view S) const;
+    // Identifier comparison of the owning collection; exact when the item is in no collection.
+    virtual bool SameIdentifier(std::string_view A, std::string_view B) const;
+
+    // The scanner's quoting of one name part; S unchanged without a parser.
+    std::string QuoteName(std::string_view S) const;
+    // The parser's case formatting of keywords and function names; S unchanged without a parser.
+    std::string ProcessKeyword(std::string_view S) const;
+    std::string ProcessFunction(std::string_view S) const;
+    // The parser's scanner, or null without a parser.
+    TZvSQLScanner* GetScanner() const;
+
+protected:
+    // Called by the collection once the new item has its place (collection and index set), and
+    // before the collection hands it its parser: what depends on where the item lives is settled
+    // here, since a C++ constructor runs before the item has a place.
+    virtual void Added() {}
+    // Called by Delete and Remove while the item still has its place, just before it goes: the
+    // item's clean-up rules. Clearing or destroying a whole collection does not call it, as the
+    // result there is an empty list and per-item repair would make every clear quadratic.
+    virtual void Removing() {}
+
+    // The parser stored on this item itself (GetParser also looks at the collection).
+    TZvSelectParser* GetOwnParser() const { return Parser; }
+
+private:
+    friend class TZvCollection;
+
+    TZvCollection* Collection = nullptr;
+    int Index = -1;
+    TZvSelectParser* Parser = nullptr;
+};
+
+// Makes the items of a collection: its item class. A dialect hands a factory of its own item class
+// to a collection to make the collection hold its items.
+using TZvItemClass = std::function<std::unique_ptr<TZvCollectionItem>()>;
+
+template <class T>
+TZvItemClass ItemClassOf() {
+    return [] { return std::make_unique<T>(); };
+}
+
+// An owned, ordered list of items of one item class, with an owner and a parser.
+class TZvCollection : public TZvPersistent {
+public:
+    TZvCollection(TZvPersistent* Owner, TZvItemClass ItemClass);
+    // Frees the items without their clean-up rules (see TZvCollectionItem::Removing).
+    ~TZvCollection() override;
+
+    TZvPersistent* GetOwner() const { return Owner; }
+    int Count() const { return static_cast<int>(Items.size()); }
+    // The item at Index; raises EZvError for an index outside 0 .. Count() - 1.
+    TZvCollectionItem* GetItem(int Index) const;
+
+    // Make an item of the item class at the end (Add) or at Index (Insert, 0 .. Count()), then
+    // hand it the collection's parser. Insert raises EZvError for an index outside that range.
+    TZvCollectionItem* Add();
+    TZvCollectionItem* Insert(int Index);
+    // Run the item's clean-up rules, then take it out and free it. Delete raises EZvError for an
+    // invalid index; Remove does nothing for an item of another collection or null.
+    void Delete(int Index);
+    void Remove(TZvCollectionItem* Item);
+    // Frees every item without the per-item clean-up rules.
+    virtual void Clear();
+    // Replaces the items by copies of Source's items (made by this collection's item class and
+    // copied with the item's Assign), inside one update bracket.
+    virtual void Assign(const TZvCollection& Source);
+
+    // A bracket around bulk edits; nestable. EndUpdate of the outermost bracket is where derived
+    // collections repair what the edit left (see TZvTableDefs).
+    void BeginUpdate() { ++UpdateCount; }
+    virtual void EndUpdate();
+    int GetUpdateCount() const { return UpdateCount; }
+
+    TZvSelectParser* GetParser() const { return Parser; }
+    // Does nothing when Value is the current parser; otherwise stores it and hands it to every
+    // item, in index order.
+    virtual void SetParser(TZvSelectParser* Value);
+    // Case-insensitive (ASCII letters) when a parser is present and its identifiers are not case
+    // sensitive; otherwise exact. Every name and alias look-up of the model goes through this.
+    virtual bool SameIdentifier(std::string_view A, std::string_view B) const;
+
+protected:
+    // Takes the items out and frees them without clean-up rules; for Clear and derived bulk
+    // removals, which then repair in one pass what the item rules would have repaired one by one.
+    void ClearItems();
+    // Takes out the items for which Doomed holds, keeping the order of the rest, without their
+    // clean-up rules; returns how many went.
+    int RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed);
+
+private:
+    void Renumber(int From);
+    void CheckIndex(int Index, int Limit) const;
+
+    TZvPersistent* Owner;
+    TZvItemClass ItemClass;
+    std::vector<std::unique_ptr<TZvCollectionItem>> Items;
+    TZvSelectParser* Parser = nullptr;
+    int UpdateCount = 0;
+};
+
+} // namespace zv

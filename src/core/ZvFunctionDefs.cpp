@@ -1,0 +1,304 @@
+// Operand and field texts, argument lists, and the position and alias rules of output fields.
+#include "ZvFunctionDefs.h"
+
+#include "ZvScanner.h"
+#include "ZvSelectParser.h"
+#include "ZvTableDefs.h"
+
+#include <cassert>
+
+namespace zv {
+
+// ---- TZvFunctionDef -------------------------------------------------------------------------
+
+TZvFunctionDef::TZvFunctionDef() = default;
+TZvFunctionDef::~TZvFunctionDef() = default;
+
+void TZvFunctionDef::Assign(const TZvCollectionItem& Source) {
+    const auto* F = dynamic_cast<const TZvFunctionDef*>(&Source);
+    if (!F || F == this)
+        return;
+    GetArguments().Assign(F->GetArguments());
+    Kind = F->Kind;
+    Name = F->Name;
+    Tag = F->Tag;
+}
+
+void TZvFunctionDef::Clear() {
+    Name.clear();
+    Kind = fkUnknown;
+    if (Arguments)
+        Arguments->Clear();
+}
+
+void TZvFunctionDef::SetParser(TZvSelectParser* Value) {
+    TZvCollectionItem::SetParser(Value);
+    if (Arguments)
+        Arguments->SetParser(Value);
+}
+
+void TZvFunctionDef::SetName(std::string_view Value) {
+    if (Name != Value)
+        Name = std::string(Value);
+}
+
+void TZvFunctionDef::SetKind(TZvFunctionKind Value) {
+    if (Kind != Value)
+        Kind = Value;
+}
+
+TZvFunctionDefs& TZvFunctionDef::GetArguments() const {
+    if (!Arguments) {
+        Arguments = CreateArguments();
+        Arguments->SetParser(GetOwnParser());
+    }
+    return *Arguments;
+}
+
+void TZvFunctionDef::SetArguments(const TZvFunctionDefs& Value) {
+    GetArguments().Assign(Value);
+}
+
+std::unique_ptr<TZvFunctionDefs> TZvFunctionDef::CreateArguments() const {
+    // Made lazily from const readers too; the list only records its owner, never changes it
+    // through this pointer, so owning it does not change the item's observable state.
+    return std::make_unique<TZvFunctionDefs>(const_cast<TZvFunctionDef*>(this), ItemClassOf<TZvFunctionDef>());
+}
+
+std::string TZvFunctionDef::GetScript() const {
+    if (Arguments && Arguments->Count() > 0)
+        return ProcessFunction(Name) + "(" + Arguments->GetScript() + ")";
+    switch (Kind) {
+    case fkFunction:
+        return ProcessFunction(Name) + "()";
+    case fkIdentifier:
+        return IdentifierScript();
+    case fkString:
+        return StringScript();
+    case fkParameter:
+        return ":" + Name;
+    case fkUnknown:
+    case fkInteger:
+    case fkFloat:
+    case fkExpression:
+        break;
+    }
+    return Name;
+}
+
+std::string TZvFunctionDef::IdentifierScript() const {
+    // The table is found by climbing out of nested argument lists: a column inside a call inside
+    // a field belongs to the field's table.
+    const TZvPersistent* Node = this;
+    for (;;) {
+        const auto* Item = dynamic_cast<const TZvCollectionItem*>(Node);
+        const auto* List = Item ? dynamic_cast<const TZvFunctionDefs*>(Item->GetCollection()) : nullptr;
+        if (!List)
+            break;
+        Node = List->GetOwner();
+    }
+    std::string Prefix;
+    if (const auto* Table = dynamic_cast<const TZvTableDef*>(Node)) {
+        Prefix = Table->GetPrefix();
+        TZvSQLScanner* Scanner = GetScanner();
+        if (!Prefix.empty() && Scanner && (Scanner->GetProcessAliases() || Prefix == Table->GetName()))
+            Prefix = ProcessName(Prefix);
+    }
+    const std::string Column = Name == "*" ? Name : ProcessName(Name);
+    return Prefix.empty() ? Column : Prefix + "." + Column;
+}
+
+std::string TZvFunctionDef::StringScript() const {
+    std::string Result;
+    if (TZvSQLScanner* Scanner = GetScanner()) {
+        Result = Scanner->QuoteStr(Name);
+    } else {
+        const bool Quoted = Name.size() >= 2 && (Name.front() == '"' || Name.front() == '\'') &&
+                            Name.back() == Name.front();
+        if (Quoted) {
+            Result = Name;
+        } else {
+            Result = "'";
+            for (char C : Name) {
+                Result += C;
+                if (C == '\'')
+                    Result += C;
+            }
+            Result += "'";
+        }
+    }
+    return Result.empty() ? "''" : Result;
+}
+
+// ---- TZvFunctionDefs ------------------------------------------------------------------------
+
+std::string TZvFunctionDefs::GetScript() const {
+    std::string Result;
+    for (int I = 0; I < Count(); ++I) {
+        if (I > 0)
+            Result += ", ";
+        Result += Items(I)->GetScript();
+    }
+    return Result;
+}
+
+// ---- TZvFieldDef ----------------------------------------------------------------------------
+
+void TZvFieldDef::Assign(const TZvCollectionItem& Source) {
+    if (&Source == this)
+        return;
+    TZvFunctionDef::Assign(Source);
+    if (const auto* F = dynamic_cast<const TZvFieldDef*>(&Source)) {
+        SetAlias(F->Alias);
+        Usage = F->Usage;
+        DataType = F->DataType;
+        Value = F->Value;
+    }
+}
+
+void TZvFieldDef::Clear() {
+    TZvFunctionDef::Clear();
+    SetAlias("");
+    DataType = ftUnknown;
+    Value = TZvValue();
+}
+
+void TZvFieldDef::SetKind(TZvFunctionKind NewKind) {
+    TZvFunctionDef::SetKind(NewKind);
+    if (!Alias.empty() && !GetName().empty() && Alias != GetName())
+        return;
+    if (NewKind != fkUnknown && NewKind != fkIdentifier)
+        SetAlias(GenerateAlias("FIELD_", true));
+}
+
+void TZvFieldDef::SetAlias(std::string_view NewAlias) {
+    if (Alias == NewAlias)
+        return;
+    if (TZvTableDefs* Tables = GetTableDefs()) {
+        Tables->AliasRemoved(Alias);
+        Tables->AliasAdded(NewAlias);
+    }
+    Alias = std::string(NewAlias);
+}
+
+void TZvFieldDef::SetAbsIndex(std::int32_t N) {
+    if (TZvTableDefs* Tables = GetTableDefs()) {
+        if (N >= 0 && N < Tables->GetFieldCount() && N != AbsIndex)
+            Tables->MovePosition(this, N);
+        return;
+    }
+    AbsIndex = GetIndex();
+}
+
+std::string TZvFieldDef::GenerateAlias(std::string_view Base, bool ForceNumber) {
+    if (TZvTableDefs* Tables = GetTableDefs())
+        return Tables->GetUniqueAlias(Base, ForceNumber);
+    std::string Result(Base);
+    if (ForceNumber)
+        Result += "1";
+    return Result;
+}
+
+std::string TZvFieldDef::GetTableAlias() const {
+    const TZvTableDef* Table = GetTableDef();
+    return Table ? Table->GetAlias() : std::string();
+}
+
+std::string TZvFieldDef::ProcessAlias(std::string_view S) const {
+    TZvSQLScanner* Scanner = GetScanner();
+    if (Scanner && Scanner->GetProcessAliases())
+        return Scanner->ProcessName(S);
+    return std::string(S);
+}
+
+std::string TZvFieldDef::GetScript() const {
+    std::string Result = GetPureScript();
+    if (!Alias.empty() && Alias != GetName())
+        Result += " " + ProcessKeyword("AS") + " " + ProcessAlias(Alias);
+    return Result;
+}
+
+TZvTableDef* TZvFieldDef::GetTableDef() const {
+    const auto* Fields = dynamic_cast<const TZvFieldDefs*>(GetCollection());
+    return Fields ? Fields->GetTableDef() : nullptr;
+}
+
+TZvTableDefs* TZvFieldDef::GetTableDefs() const {
+    const TZvTableDef* Table = GetTableDef();
+    return Table ? Table->GetTableDefs() : nullptr;
+}
+
+void TZvFieldDef::Added() {
+    if (TZvTableDefs* Tables = GetTableDefs()) {
+        Tables->AppendPosition(this);
+        Tables->AliasAdded(Alias);
+    } else {
+        AbsIndex = GetIndex();
+    }
+}
+
+void TZvFieldDef::Removing() {
+    if (TZvTableDefs* Tables = GetTableDefs()) {
+        Tables->RemovePosition(this);
+        Tables->AliasRemoved(Alias);
+    } else {
+        const TZvCollection* Siblings = GetCollection();
+        for (int I = 0; I < Siblings->Count(); ++I) {
+            auto* Sibling = dynamic_cast<TZvFieldDef*>(Siblings->GetItem(I));
+            if (Sibling && Sibling->AbsIndex > AbsIndex)
+                --Sibling->AbsIndex;
+        }
+    }
+    if (TZvSelectParser* Parser = GetParser()) {
+        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
+        const int Entry = OrderBy.IndexOf(Alias);
+        if (Entry >= 0)
+            OrderBy.Delete(Entry);
+    }
+}
+
+// ---- TZvFieldDefs ---------------------------------------------------------------------------
+
+TZvFieldDefs::TZvFieldDefs(TZvPersistent* Owner, TZvItemClass ItemClass)
+    : TZvFunctionDefs(Owner, std::move(ItemClass)), TableDef(dynamic_cast<TZvTableDef*>(Owner)) {}
+
+TZvFieldDef* TZvFieldDefs::FindByName(std::string_view S) const {
+    for (int I = 0; I < Count(); ++I)
+        if (SameIdentifier(Items(I)->GetName(), S))
+            return Items(I);
+    return nullptr;
+}
+
+TZvFieldDef* TZvFieldDefs::FindByAlias(std::string_view S) const {
+    for (int I = 0; I < Count(); ++I)
+        if (SameIdentifier(Items(I)->GetAlias(), S))
+            return Items(I);
+    return nullptr;
+}
+
+std::string TZvFieldDefs::GetScript() const {
+    std::string Result;
+    for (int I = 0; I < Count(); ++I) {
+        const TZvFieldDef* Field = Items(I);
+        if (!Field->IsSelected())
+            continue;
+        Result += "  " + Field->GetScript();
+        if (I < Count() - 1)
+            Result += ",\r\n";
+    }
+    return Result;
+}
+
+void TZvFieldDefs::Clear() {
+    TZvTableDefs* Tables = TableDef ? TableDef->GetTableDefs() : nullptr;
+    if (!Tables || Count() == 0) {
+        TZvFunctionDefs::Clear();
+        return;
+    }
+    std::vector<TZvFieldDef*> Fields;
+    for (int I = 0; I < Count(); ++I)
+        Fields.push_back(Items(I));
+    Tables->DeleteFields(Fields, true);
+}
+
+} // namespace zv

@@ -1,0 +1,83 @@
+// The parser as owner of the model: lazy creation of the dialect's scanner and table list, the
+// case formatting of generated keywords and function names, and the model's settings.
+#include "ZvSelectParser.h"
+
+#include "ZvTableDefs.h"
+
+namespace zv {
+
+TZvSelectParser::TZvSelectParser() : OrderByItems(this), GroupByItems(this) {}
+
+TZvSelectParser::~TZvSelectParser() {
+    // Explicit, whatever order members are added in later: a table's clean-up reads the lists.
+    TableDefs.reset();
+}
+
+void TZvSelectParser::Assign(TZvSelectParser& Source) {
+    if (&Source == this)
+        return;
+    GetTableDefs().Assign(Source.GetTableDefs());
+    OrderByItems.Assign(Source.OrderByItems);
+    GroupByItems.Assign(Source.GroupByItems);
+    Distinct = Source.Distinct;
+    CaseSensitiveIdentifiers = Source.CaseSensitiveIdentifiers;
+    ScriptFormat.Assign(Source.ScriptFormat);
+    SetAggregates(Source.GetAggregates());
+}
+
+void TZvSelectParser::Clear() {
+    GetTableDefs().Clear();
+    OrderByItems.Clear();
+    GroupByItems.Clear();
+    Distinct = false;
+}
+
+TZvSQLScanner& TZvSelectParser::GetScanner() {
+    if (!Scanner)
+        Scanner = CreateScanner();
+    return *Scanner;
+}
+
+TZvTableDefs& TZvSelectParser::GetTableDefs() {
+    if (!TableDefs) {
+        TableDefs = CreateTableDefs();
+        TableDefs->SetParser(this);
+    }
+    return *TableDefs;
+}
+
+const TZvWordList& TZvSelectParser::GetAggregates() {
+    if (!AggregatesDefined) {
+        AggregatesDefined = true;
+        DefineAggregates();
+    }
+    return Aggregates;
+}
+
+void TZvSelectParser::SetAggregates(const TZvWordList& Value) {
+    AggregatesDefined = true;
+    if (&Value != &Aggregates)
+        Aggregates.Assign(Value);
+}
+
+std::string TZvSelectParser::ProcessKeyword(std::string_view S) const {
+    return FormatCase(S, ScriptFormat.GetKeywordsFormat());
+}
+
+std::string TZvSelectParser::ProcessFunction(std::string_view S) const {
+    return FormatCase(S, ScriptFormat.GetFunctionsFormat());
+}
+
+std::unique_ptr<TZvSQLScanner> TZvSelectParser::CreateScanner() {
+    return std::make_unique<TZvSQLScanner>();
+}
+
+std::unique_ptr<TZvTableDefs> TZvSelectParser::CreateTableDefs() {
+    return std::make_unique<TZvTableDefs>(this);
+}
+
+void TZvSelectParser::DefineAggregates() {
+    Aggregates.SetCommaText(GetCommaAggregates());
+}
+
+} // namespace zv

@@ -1,0 +1,155 @@
+// The FROM list of the model: TZvTableDef (a table, view or stored procedure with its fields and
+// joins) and TZvTableDefs, which also keeps the statement-wide bookkeeping: the positions of all
+// fields in the SELECT list, unique output aliases, and the repair of references after renames
+// and deletions.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "ZvCollection.h"
+#include "ZvFunctionDefs.h"
+#include "ZvJoinDefs.h"
+#include "ZvTypes.h"
+
+namespace zv {
+
+enum TZvTableDefType : std::uint8_t { qttTable, qttStoredProc };
+
+// One entry of the FROM list. References to it from elsewhere in the model (joins, field prefixes,
+// ORDER BY and GROUP BY entries) are by alias text, never by pointer.
+class TZvTableDef : public TZvCollectionItem {
+public:
+    TZvTableDef();
+    ~TZvTableDef() override;
+
+    // Copies Alias, Name, TableType and a deep copy of the fields; not the joins.
+    void Assign(const TZvCollectionItem& Source) override;
+    // Also hands the parser to the fields and joins.
+    void SetParser(TZvSelectParser* Value) override;
+
+    const std::string& GetAlias() const { return Alias; }
+    // Nothing when Value equals the alias. Otherwise the joins aimed at the old alias and the
+    // ORDER BY entries qualified by it are re-pointed to Value, then the alias changes.
+    void SetAlias(std::string_view Value);
+    const std::string& GetName() const { return Name; }
+    // When Value differs from Name: an alias that equals the old name moves along (through
+    // SetAlias, so that references follow), an empty alias becomes Value; then Name changes.
+    void SetName(std::string_view Value);
+    TZvTableDefType GetTableType() const { return TableType; }
+    void SetTableType(TZvTableDefType Value) { TableType = Value; }
+
+    // The fields and the joins, each made on first use by its virtual factory.
+    TZvFieldDefs& GetFieldDefs() const;
+    TZvJoinDefs& GetJoinDefs() const;
+    void SetFieldDefs(const TZvFieldDefs& Value);
+    void SetJoinDefs(const TZvJoinDefs& Value);
+
+    // True when both Name and Alias are blank.
+    bool IsEmptyName() const;
+    // Quoted like a name only when the scanner quotes aliases.
+    std::string ProcessAlias(std::string_view S) const;
+    // Alias, or Name when the alias is empty: how the rest of the statement names this table.
+    const std::string& GetPrefix() const { return Alias.empty() ? Name : Alias; }
+    // Moves the fields of the table with the empty name whose column DataSet knows into this
+    // table, each keeping its place in the SELECT list.
+    void FindFieldsWOPrefix(const TZvDataSet& DataSet);
+    // "(p1, p2, ...)" of the input parameters (fields with Usage 1 or 3): ":NAME" when the value
+    // is unassigned, "NULL" when null, else the value as a literal of its DataType; dates and
+    // times in ISO 8601 (see TZvDateTime). Empty for no parameters, or "()" when the parser's
+    // dialect asks for brackets.
+    virtual std::string GetProcParamString() const;
+
+    TZvTableDefs* GetTableDefs() const;
+
+protected:
+    virtual std::unique_ptr<TZvFieldDefs> CreateFieldDefs() const;
+    virtual std::unique_ptr<TZvJoinDefs> CreateJoinDefs() const;
+    // Removes what refers to this table: joins aimed at it, fields of other tables and ORDER BY
+    // entries qualified by its prefix; and its own fields' positions and ORDER BY entries.
+    void Removing() override;
+
+private:
+    std::string ParamLiteral(const TZvFieldDef& Field) const;
+
+    std::string Alias;
+    mutable std::unique_ptr<TZvFieldDefs> FieldDefs;
+    mutable std::unique_ptr<TZvJoinDefs> JoinDefs;
+    std::string Name;
+    TZvTableDefType TableType = qttTable;
+};
+
+// The FROM list of the statement, owned by the parser.
+class TZvTableDefs : public TZvCollection {
+public:
+    explicit TZvTableDefs(TZvPersistent* Owner, TZvItemClass ItemClass = ItemClassOf<TZvTableDef>());
+    ~TZvTableDefs() override;
+
+    TZvTableDef* Items(int Index) const { return static_cast<TZvTableDef*>(GetItem(Index)); }
+    TZvTableDef* Add() { return static_cast<TZvTableDef*>(TZvCollection::Add()); }
+    TZvTableDef* Insert(int Index) { return static_cast<TZvTableDef*>(TZvCollection::Insert(Index)); }
+    // Frees every table without per-item repair: the whole model goes.
+    void Clear() override;
+    // Ends the bracket; when the outermost bracket closes, UpdateFieldAliases repairs the alias
+    // clashes that the bulk edit left.
+    void EndUpdate() override;
+
+    // The first table whose Alias (Name) is SameIdentifier to S; null when none.
+    TZvTableDef* FindByAlias(std::string_view S) const;
+    TZvTableDef* FindByName(std::string_view S) const;
+
+    // The number of fields of all tables.
+    int GetFieldCount() const { return static_cast<int>(Positions.size()); }
+    // The field at absolute position Index; null when out of range.
+    TZvFieldDef* GetFieldDefs(int Index) const;
+    // Base, or Base followed by the lowest number from 1 up, so that no field of any table has it
+    // as its alias; ForceNumber asks for a number even when Base is free. In lower case when the
+    // parser's dialect writes aliases so.
+    std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
+    // True when some join of some table targets Table's alias.
+    bool IsTableJoined(const TZvTableDef* Table) const;
+    // Drops the joins whose target is found neither by alias nor by name.
+    void UpdateJoins();
+    // Re-points the joins whose target alias is OldAlias to NewAlias.
+    void UpdateTableAlias(std::string_view OldAlias, std::string_view NewAlias);
+    // Gives a new alias to every field whose name is already the alias of another field of its
+    // table: the same column selected twice becomes "ID" and "ID1".
+    void UpdateFieldAliases();
+
+private:
+    friend class TZvFieldDef;
+    friend class TZvFieldDefs;
+    friend class TZvTableDef;
+
+    // Position bookkeeping: Positions[i] is the field whose AbsIndex is i.
+    void AppendPosition(TZvFieldDef* Field);
+    void RemovePosition(TZvFieldDef* Field);
+    void MovePosition(TZvFieldDef* Field, std::int32_t To);
+    // Takes a set of fields out of the positions in one pass, closing the gaps.
+    void RemovePositions(const std::vector<TZvFieldDef*>& Fields);
+    // Field puts itself in Old's place; Old leaves the positions without shifting anybody.
+    void TakeOverPosition(TZvFieldDef* Field, TZvFieldDef* Old);
+
+    // The alias index: how many fields carry each alias, keyed as SameIdentifier compares.
+    std::string AliasKey(std::string_view Alias, bool CaseSensitive) const;
+    void AliasAdded(std::string_view Alias);
+    void AliasRemoved(std::string_view Alias);
+    bool IsAliasInUse(std::string_view Alias);
+    bool CaseSensitive() const;
+
+    // Removes Fields (of any tables) in one pass: positions, alias index, ORDER BY entries equal
+    // to their aliases (in the given order), then the fields themselves.
+    void DeleteFields(const std::vector<TZvFieldDef*>& Fields, bool DropOrderBy);
+    void DropJoinsTo(const TZvTableDef* Leaving);
+
+    std::vector<TZvFieldDef*> Positions;
+    std::unordered_map<std::string, int> AliasUse;
+    bool AliasIndexValid = false;
+    bool AliasIndexCaseSensitive = false;
+};
+
+} // namespace zv
