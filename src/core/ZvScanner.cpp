@@ -331,6 +331,8 @@ void TZvSQLScanner::BuildClassTables() {
         if (C == '.')
             Bits |= ccDot;
         CharClass[static_cast<std::size_t>(Code)] = Bits;
+        LevelDelta[static_cast<std::size_t>(Code)] =
+            static_cast<std::int8_t>(((Bits & ccLevelUp) ? 1 : 0) - ((Bits & ccLevelDown) ? 1 : 0));
     }
     for (const TZvWordList* List : {&CompareOperators, &ComplexOperators}) {
         for (const std::string& Entry : List->Items()) {
@@ -364,6 +366,7 @@ void TZvSQLScanner::GetTokenPlus() {
     const TTokenKinds SavedKinds = TokenKinds;
     const std::int32_t SavedLine = Line;
     const std::int32_t SavedColumn = Column;
+    const std::int32_t SavedTokenPos = TokenPos;
     GetNextToken();
     TokenPlus = Token;
     TokenKindsPlus = TokenKinds;
@@ -371,6 +374,7 @@ void TZvSQLScanner::GetTokenPlus() {
     TokenKinds = SavedKinds;
     Line = SavedLine;
     Column = SavedColumn;
+    TokenPos = SavedTokenPos;
 }
 
 TTokenKinds TZvSQLScanner::GetTokenKindPlus() {
@@ -420,6 +424,7 @@ void TZvSQLScanner::GetNextToken() {
             SkipBlanks();
         TokenKinds = TTokenKinds{};
         Token.clear();
+        TokenPos = Position;
         ReadToken();
 
         const std::uint8_t WordFlags = Token.empty() ? 0 : WordFlagsOfToken();
@@ -478,13 +483,8 @@ void TZvSQLScanner::SkipBlanks() {
 }
 
 void TZvSQLScanner::AdjustLevelAfterToken() {
-    if (InQuote || Position <= 1)
-        return;
-    const std::uint16_t Bits = Classes(CharAt(Position - 1));
-    if (Bits & ccLevelUp)
-        ++Level;
-    if (Bits & ccLevelDown)
-        --Level;
+    if (!InQuote && Position > 1)
+        Level += LevelDelta[static_cast<unsigned char>(CharAt(Position - 1))];
 }
 
 void TZvSQLScanner::ReadToken() {

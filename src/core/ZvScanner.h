@@ -221,6 +221,10 @@ public:
     TTokenKinds TokenKindsPlus;
     // The text of the token the look-ahead saw (callers need to know that "BY" follows "GROUP").
     std::string TokenPlus;
+    // 1-based position at which the current token's text begins. For a token read inside quotes
+    // (InQuote still set when it is handed out) the opening quote stands just before it and the
+    // closing quote at Position, so its source text spans TokenPos - 1 .. Position.
+    std::int32_t TokenPos = 1;
     std::int32_t Line = 1;
     std::int32_t Column = 1;
     std::int32_t SpaceCount = 0;
@@ -283,6 +287,7 @@ private:
     // classified with one look-up.
     TZvWordFlags WordClasses;
     std::array<std::uint8_t, 256> CharWordClass{};  // WordClasses of the one-character words
+    std::array<std::int8_t, 256> LevelDelta{};      // +1 opens a level, -1 closes one
     std::uint8_t WordFlagsOfToken() const {
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }

@@ -707,3 +707,21 @@ TEST(TZvSQLScanner, ArbitraryBytesEndInTokensOrAParseError) {
         }
     }
 }
+
+TEST(TZvSQLScanner, TokenPosMarksWhereTheTokenTextBegins) {
+    TZvSQLScanner S;
+    S.SetExpression("ab  'c''d' \"e\"");
+    EXPECT_EQ(S.TokenPos, 1);
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, "c''d");
+    EXPECT_EQ(S.TokenPos, 6);
+    EXPECT_TRUE(S.InQuote);
+    EXPECT_EQ(S.Expression.substr(static_cast<std::size_t>(S.TokenPos - 2),
+                                  static_cast<std::size_t>(S.Position - S.TokenPos + 2)),
+              "'c''d'");
+    S.GetTokenPlus();
+    EXPECT_EQ(S.TokenPos, 6);
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, "e");
+    EXPECT_EQ(S.TokenPos, 13);
+}
