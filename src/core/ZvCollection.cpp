@@ -17,13 +17,13 @@ namespace zv {
 void TZvCollectionItem::Assign(const TZvCollectionItem& /*Source*/) {}
 
 TZvSelectParser* TZvCollectionItem::GetParser() const {
-    if (Parser)
-        return Parser;
+    if (ItemParser)
+        return ItemParser;
     return Collection ? Collection->GetParser() : nullptr;
 }
 
 void TZvCollectionItem::SetParser(TZvSelectParser* Value) {
-    Parser = Value;
+    ItemParser = Value;
 }
 
 std::string TZvCollectionItem::ProcessName(std::string_view S) const {
@@ -64,8 +64,8 @@ TZvSQLScanner* TZvCollectionItem::GetScanner() const {
 // ---- TZvCollection --------------------------------------------------------------------------
 
 TZvCollection::TZvCollection(TZvPersistent* AOwner, TZvItemClass AItemClass)
-    : Owner(AOwner), ItemClass(std::move(AItemClass)) {
-    assert(ItemClass && "a collection needs an item class to make its items");
+    : ListOwner(AOwner), ListItemClass(std::move(AItemClass)) {
+    assert(ListItemClass && "a collection needs an item class to make its items");
 }
 
 TZvCollection::~TZvCollection() {
@@ -83,13 +83,13 @@ TZvCollectionItem* TZvCollection::Add() {
 
 TZvCollectionItem* TZvCollection::Insert(int Index) {
     CheckIndex(Index, Count());
-    std::unique_ptr<TZvCollectionItem> Owned = ItemClass();
+    std::unique_ptr<TZvCollectionItem> Owned = ListItemClass();
     TZvCollectionItem* Item = Owned.get();
     Item->Collection = this;
     Items.insert(Items.begin() + Index, std::move(Owned));
     Renumber(Index);
     Item->Added();
-    Item->SetParser(Parser);
+    Item->SetParser(ListParser);
     return Item;
 }
 
@@ -137,15 +137,15 @@ void TZvCollection::EndUpdate() {
 }
 
 void TZvCollection::SetParser(TZvSelectParser* Value) {
-    if (Value == Parser)
+    if (Value == ListParser)
         return;
-    Parser = Value;
+    ListParser = Value;
     for (const auto& Item : Items)
         Item->SetParser(Value);
 }
 
 bool TZvCollection::SameIdentifier(std::string_view A, std::string_view B) const {
-    if (Parser && !Parser->GetCaseSensitiveIdentifiers())
+    if (ListParser && !ListParser->GetCaseSensitiveIdentifiers())
         return SameText(A, B);
     return A == B;
 }
@@ -163,8 +163,8 @@ void TZvCollection::ClearItems() {
 
 int TZvCollection::RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed) {
     std::vector<std::unique_ptr<TZvCollectionItem>> Removed;
-    auto Kept = std::stable_partition(Items.begin(), Items.end(),
-                                      [&](const std::unique_ptr<TZvCollectionItem>& I) { return !Doomed(*I); });
+    auto Kept = std::stable_partition(
+        Items.begin(), Items.end(), [&](const std::unique_ptr<TZvCollectionItem>& I) { return !Doomed(*I); });
     std::move(Kept, Items.end(), std::back_inserter(Removed));
     Items.erase(Kept, Items.end());
     Renumber(0);

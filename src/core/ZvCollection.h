@@ -68,14 +68,15 @@ protected:
     virtual void Removing() {}
 
     // The parser stored on this item itself (GetParser also looks at the collection).
-    TZvSelectParser* GetOwnParser() const { return Parser; }
+    TZvSelectParser* GetOwnParser() const { return ItemParser; }
 
 private:
     friend class TZvCollection;
 
+    // Named apart from the accessors' words so that derived code may call locals "Parser".
     TZvCollection* Collection = nullptr;
     int Index = -1;
-    TZvSelectParser* Parser = nullptr;
+    TZvSelectParser* ItemParser = nullptr;
 };
 
 // Makes the items of a collection: its item class. A dialect hands a factory of its own item class
@@ -94,7 +95,7 @@ public:
     // Frees the items without their clean-up rules (see TZvCollectionItem::Removing).
     ~TZvCollection() override;
 
-    TZvPersistent* GetOwner() const { return Owner; }
+    TZvPersistent* GetOwner() const { return ListOwner; }
     int Count() const { return static_cast<int>(Items.size()); }
     // The item at Index; raises EZvError for an index outside 0 .. Count() - 1.
     TZvCollectionItem* GetItem(int Index) const;
@@ -119,7 +120,7 @@ public:
     virtual void EndUpdate();
     int GetUpdateCount() const { return UpdateCount; }
 
-    TZvSelectParser* GetParser() const { return Parser; }
+    TZvSelectParser* GetParser() const { return ListParser; }
     // Does nothing when Value is the current parser; otherwise stores it and hands it to every
     // item, in index order.
     virtual void SetParser(TZvSelectParser* Value);
@@ -139,10 +140,10 @@ private:
     void Renumber(int From);
     void CheckIndex(int Index, int Limit) const;
 
-    TZvPersistent* Owner;
-    TZvItemClass ItemClass;
+    TZvPersistent* ListOwner;
+    TZvItemClass ListItemClass;
     std::vector<std::unique_ptr<TZvCollectionItem>> Items;
-    TZvSelectParser* Parser = nullptr;
+    TZvSelectParser* ListParser = nullptr;
     int UpdateCount = 0;
 };
 

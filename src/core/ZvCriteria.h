@@ -86,7 +86,7 @@ private:
 // parser for a top-level list.
 class TZvCriterions : public TZvCollection {
 public:
-    explicit TZvCriterions(TZvPersistent* Owner, TZvItemClass ItemClass = ItemClassOf<TZvCriterion>());
+    explicit TZvCriterions(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvCriterion>());
 
     TZvCriterion* Items(int Index) const { return static_cast<TZvCriterion*>(GetItem(Index)); }
     TZvCriterion* Add() { return static_cast<TZvCriterion*>(TZvCollection::Add()); }
@@ -105,6 +105,9 @@ public:
     // Deletes every criterion of this list (not of nested lists) whose text contains Probe, found
     // with or without regard to case; returns how many went.
     int DeleteContaining(std::string_view Probe, bool CaseSensitive);
+
+private:
+    TZvCriterionFilter Filter = cfAll;
 };
 
 // The WHERE clause's own item and list classes (the top level only; nested groups are plain).
@@ -117,8 +120,8 @@ public:
 
 class TZvWhereItems : public TZvCriterions {
 public:
-    explicit TZvWhereItems(TZvPersistent* Owner, TZvItemClass ItemClass = ItemClassOf<TZvWhereItem>())
-        : TZvCriterions(Owner, std::move(ItemClass)) {}
+    explicit TZvWhereItems(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvWhereItem>())
+        : TZvCriterions(AOwner, std::move(AItemClass)) {}
     // "WHERE", a line break and an indent before the list's text; empty when the list writes
     // nothing.
     std::string GetScript() const override;
@@ -133,8 +136,8 @@ public:
 
 class TZvHavingItems : public TZvCriterions {
 public:
-    explicit TZvHavingItems(TZvPersistent* Owner, TZvItemClass ItemClass = ItemClassOf<TZvHavingItem>())
-        : TZvCriterions(Owner, std::move(ItemClass)) {}
+    explicit TZvHavingItems(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvHavingItem>())
+        : TZvCriterions(AOwner, std::move(AItemClass)) {}
     // "HAVING", a line break and an indent before the list's text, but only when the parser's
     // GROUP BY list has an entry: without grouping the clause is empty whatever the tree holds.
     std::string GetScript() const override;

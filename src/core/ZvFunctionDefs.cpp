@@ -9,6 +9,19 @@
 
 namespace zv {
 
+std::string QuoteLiteralWithoutScanner(std::string_view S) {
+    const bool Quoted = S.size() >= 2 && (S.front() == '"' || S.front() == '\'') && S.back() == S.front();
+    if (Quoted)
+        return std::string(S);
+    std::string Result = "'";
+    for (char C : S) {
+        Result += C;
+        if (C == '\'')
+            Result += C;
+    }
+    return Result + "'";
+}
+
 // ---- TZvFunctionDef -------------------------------------------------------------------------
 
 TZvFunctionDef::TZvFunctionDef() = default;
@@ -62,7 +75,8 @@ void TZvFunctionDef::SetArguments(const TZvFunctionDefs& Value) {
 std::unique_ptr<TZvFunctionDefs> TZvFunctionDef::CreateArguments() const {
     // Made lazily from const readers too; the list only records its owner, never changes it
     // through this pointer, so owning it does not change the item's observable state.
-    return std::make_unique<TZvFunctionDefs>(const_cast<TZvFunctionDef*>(this), ItemClassOf<TZvFunctionDef>());
+    auto* Owner = const_cast<TZvFunctionDef*>(this);
+    return std::make_unique<TZvFunctionDefs>(Owner, ItemClassOf<TZvFunctionDef>());
 }
 
 std::string TZvFunctionDef::GetScript() const {
@@ -109,24 +123,8 @@ std::string TZvFunctionDef::IdentifierScript() const {
 }
 
 std::string TZvFunctionDef::StringScript() const {
-    std::string Result;
-    if (TZvSQLScanner* Scanner = GetScanner()) {
-        Result = Scanner->QuoteStr(Name);
-    } else {
-        const bool Quoted = Name.size() >= 2 && (Name.front() == '"' || Name.front() == '\'') &&
-                            Name.back() == Name.front();
-        if (Quoted) {
-            Result = Name;
-        } else {
-            Result = "'";
-            for (char C : Name) {
-                Result += C;
-                if (C == '\'')
-                    Result += C;
-            }
-            Result += "'";
-        }
-    }
+    TZvSQLScanner* Scanner = GetScanner();
+    std::string Result = Scanner ? Scanner->QuoteStr(Name) : QuoteLiteralWithoutScanner(Name);
     return Result.empty() ? "''" : Result;
 }
 
@@ -259,8 +257,8 @@ void TZvFieldDef::Removing() {
 
 // ---- TZvFieldDefs ---------------------------------------------------------------------------
 
-TZvFieldDefs::TZvFieldDefs(TZvPersistent* Owner, TZvItemClass ItemClass)
-    : TZvFunctionDefs(Owner, std::move(ItemClass)), TableDef(dynamic_cast<TZvTableDef*>(Owner)) {}
+TZvFieldDefs::TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
+    : TZvFunctionDefs(AOwner, std::move(AItemClass)), TableDef(dynamic_cast<TZvTableDef*>(AOwner)) {}
 
 TZvFieldDef* TZvFieldDefs::FindByName(std::string_view S) const {
     for (int I = 0; I < Count(); ++I)

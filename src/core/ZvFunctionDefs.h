@@ -17,6 +17,11 @@ class TZvFunctionDefs;
 class TZvTableDef;
 class TZvTableDefs;
 
+// S as an SQL string literal where no scanner is at hand: as it stands when it is at least two
+// characters long and enclosed in a matching pair of apostrophes or double quotes, otherwise in
+// apostrophes with every apostrophe inside doubled.
+std::string QuoteLiteralWithoutScanner(std::string_view S);
+
 enum TZvFunctionKind : std::uint8_t {
     fkUnknown,
     fkFunction,
@@ -77,7 +82,8 @@ private:
 // The argument list of a function (and, through TZvFieldDefs, the fields of a table).
 class TZvFunctionDefs : public TZvCollection {
 public:
-    TZvFunctionDefs(TZvPersistent* Owner, TZvItemClass ItemClass) : TZvCollection(Owner, std::move(ItemClass)) {}
+    TZvFunctionDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
+        : TZvCollection(AOwner, std::move(AItemClass)) {}
 
     TZvFunctionDef* Items(int Index) const { return static_cast<TZvFunctionDef*>(GetItem(Index)); }
     TZvFunctionDef* Add() { return static_cast<TZvFunctionDef*>(TZvCollection::Add()); }
@@ -111,11 +117,11 @@ public:
     // outside 0 .. field count - 1. Outside a table list the position is the collection index.
     void SetAbsIndex(std::int32_t N);
     std::uint8_t GetUsage() const { return Usage; }
-    void SetUsage(std::uint8_t Value) { Usage = static_cast<std::uint8_t>(Value & 3); }
+    void SetUsage(std::uint8_t NewUsage) { Usage = static_cast<std::uint8_t>(NewUsage & 3); }
     // True when the field is written in the SELECT list (Usage 0 or 2).
     bool IsSelected() const { return (Usage & 1) == 0; }
     TFieldType GetDataType() const { return DataType; }
-    void SetDataType(TFieldType Value) { DataType = Value; }
+    void SetDataType(TFieldType NewType) { DataType = NewType; }
     const TZvValue& GetValue() const { return Value; }
     void SetValue(TZvValue V) { Value = std::move(V); }
 
@@ -154,7 +160,7 @@ private:
 // The fields of one table.
 class TZvFieldDefs : public TZvFunctionDefs {
 public:
-    TZvFieldDefs(TZvPersistent* Owner, TZvItemClass ItemClass);
+    TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass);
 
     TZvFieldDef* Items(int Index) const { return static_cast<TZvFieldDef*>(GetItem(Index)); }
     TZvFieldDef* Add() { return static_cast<TZvFieldDef*>(TZvCollection::Add()); }
@@ -175,6 +181,10 @@ public:
     TZvTableDef* GetTableDef() const { return TableDef; }
 
 private:
+    // The table list removes fields in bulk and moves them between tables.
+    friend class TZvTableDefs;
+    friend class TZvTableDef;
+
     TZvTableDef* TableDef;
 };
 

@@ -1,11 +1,12 @@
 // The join records of the model: a comparison between a column of the owning (left-hand) table
-// and a column of a target table named by its alias, with the kind of join. This file holds the
-// records and their list; their texts, look-ups and the distribution of joins against constants
-// are added by the joins' own work.
+// and a column of a target table named by its alias, with the kind of join; their list with its
+// look-ups and clean-up, and the text of one join as it stands in the FROM clause.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "ZvCollection.h"
 
@@ -15,12 +16,38 @@ class TZvTableDef;
 
 enum TZvJoinKind : std::uint8_t { zvjInnerJoin, zvjLOuterJoin, zvjROuterJoin, zvjFOuterJoin };
 
+// Qualifier "." Column, or Column alone when the qualifier is empty: how joins and the GROUP BY
+// and ORDER BY lists write a column of a table of the statement.
+std::string QualifiedColumn(std::string_view Qualifier, std::string_view Column);
+
+// One line of a FROM entry's join chain, with the target table it was made for: further
+// conditions between the same two tables are merged into it (TZvTableDef::GenerateJoinsScript).
+struct TZvJoinLine {
+    std::string Text;
+    const TZvTableDef* Target = nullptr;
+};
+using TZvJoinLines = std::vector<TZvJoinLine>;
+
 class TZvJoinDef : public TZvCollectionItem {
 public:
     void Assign(const TZvCollectionItem& Source) override;
 
     // The table whose JoinDefs hold this join; null for a join in no such list.
     TZvTableDef* GetTableDef() const;
+    // True when the join is written with an ON condition: here for each of the four kinds. A
+    // dialect whose joins carry their condition elsewhere answers false.
+    virtual bool GetUseCondition() const;
+    // "KIND JOIN target ON (left op right)": empty when the join has no owning table, no
+    // LeftField, a blank RightField, no TableAlias, a kind outside the four, or a target table
+    // that does not exist. "JOIN" and "ON" take the keyword case like the kind words.
+    virtual std::string GetScript() const;
+    // The bracketed condition "(left op right)" from the two qualifier/column pairs. Where the
+    // dialect writes constants into joins and an operand is one, that operand is written as it
+    // stands and Swapped puts the operands back in the order they were read.
+    std::string GetConditionScript(std::string_view LeftQualifier, std::string_view LeftColumn,
+                                   std::string_view RightQualifier, std::string_view RightColumn) const;
+    // True when the parser's dialect writes constants into joins and an operand of this join is one.
+    bool IsConstCondition() const;
 
     const std::string& GetOperator() const { return Operator; }
     void SetOperator(std::string Value) { Operator = std::move(Value); }
@@ -57,12 +84,23 @@ private:
 class TZvJoinDefs : public TZvCollection {
 public:
     // Owner is the table that holds the list; the list takes its parser from it.
-    TZvJoinDefs(TZvTableDef* Owner, TZvItemClass ItemClass);
+    TZvJoinDefs(TZvTableDef* AOwner, TZvItemClass AItemClass);
 
     TZvJoinDef* Items(int Index) const { return static_cast<TZvJoinDef*>(GetItem(Index)); }
     TZvJoinDef* Add() { return static_cast<TZvJoinDef*>(TZvCollection::Add()); }
     TZvJoinDef* Insert(int Index) { return static_cast<TZvJoinDef*>(TZvCollection::Insert(Index)); }
     TZvTableDef* GetTableDef() const { return TableDef; }
+
+    // The first join whose LeftField, TableAlias and RightField are SameIdentifier to the three
+    // texts; null when none.
+    TZvJoinDef* Find(std::string_view LeftField, std::string_view TableAlias, std::string_view RightField) const;
+    // After Join (a join against a constant) was edited, where the dialect writes constants into
+    // joins: unless another join to the same target (exact alias) compares two columns, every other
+    // join to that target goes, as they were the distributed copies of the old condition.
+    void DeleteCorrespondedJoinsWithConst(const TZvJoinDef* Join);
+    // The texts of the joins that write one, each on its own indented line after a line break;
+    // empty for a list without owner or without such joins.
+    std::string GetScript() const;
 
 private:
     TZvTableDef* TableDef;

@@ -23,7 +23,9 @@ struct TStandardOperator {
 };
 
 // Caption and name are the same text for every standard operator. The order is the order in which
-// the conditions editor offers them, and "=" first is what a criterion falls back to.
+// the conditions editor offers them, and "=" first is what a criterion falls back to. One operator
+// per row, kept out of the formatter, so that the list reads as the table it is.
+// clang-format off
 constexpr TStandardOperator StandardOperators[] = {
     {"=", 1, "", "", "", false},
     {"<>", 1, "", "", "", false},
@@ -40,6 +42,7 @@ constexpr TStandardOperator StandardOperators[] = {
     {"IS NULL", 0, "", "", "", false},
     {"IS NOT NULL", 0, "", "", "", false},
 };
+// clang-format on
 
 } // namespace
 
@@ -57,7 +60,7 @@ void TZvOperator::Assign(const TZvCollectionItem& Source) {
     CommaList = Other->CommaList;
 }
 
-TZvOperators::TZvOperators(TZvPersistent* Owner) : TZvCollection(Owner, ItemClassOf<TZvOperator>()) {}
+TZvOperators::TZvOperators(TZvPersistent* AOwner) : TZvCollection(AOwner, ItemClassOf<TZvOperator>()) {}
 
 TZvOperator* TZvOperators::AddOperator(std::string_view Caption, std::string_view Name, std::int32_t Count,
                                        std::string_view Relate, std::string_view Prefix,

@@ -50,7 +50,7 @@ private:
 // The parser's list of comparison operators, in the order the user is offered them.
 class TZvOperators : public TZvCollection {
 public:
-    explicit TZvOperators(TZvPersistent* Owner);
+    explicit TZvOperators(TZvPersistent* AOwner);
 
     TZvOperator* Items(int Index) const { return static_cast<TZvOperator*>(GetItem(Index)); }
     TZvOperator* Add() { return static_cast<TZvOperator*>(TZvCollection::Add()); }

@@ -2,6 +2,8 @@
 // case formatting of generated keywords and function names, and the model's settings.
 #include "ZvSelectParser.h"
 
+#include "ZvCriteria.h"
+#include "ZvOperators.h"
 #include "ZvTableDefs.h"
 
 namespace zv {
@@ -19,6 +21,8 @@ void TZvSelectParser::Assign(TZvSelectParser& Source) {
     GetTableDefs().Assign(Source.GetTableDefs());
     OrderByItems.Assign(Source.OrderByItems);
     GroupByItems.Assign(Source.GroupByItems);
+    GetWhereItems().Assign(Source.GetWhereItems());
+    GetHavingItems().Assign(Source.GetHavingItems());
     Distinct = Source.Distinct;
     CaseSensitiveIdentifiers = Source.CaseSensitiveIdentifiers;
     ScriptFormat.Assign(Source.ScriptFormat);
@@ -29,6 +33,11 @@ void TZvSelectParser::Clear() {
     GetTableDefs().Clear();
     OrderByItems.Clear();
     GroupByItems.Clear();
+    // A cleared tree starts again as "all of": the filter was the old statement's connective.
+    GetWhereItems().Clear();
+    GetWhereItems().SetFilter(cfAll);
+    GetHavingItems().Clear();
+    GetHavingItems().SetFilter(cfAll);
     Distinct = false;
 }
 
@@ -44,6 +53,38 @@ TZvTableDefs& TZvSelectParser::GetTableDefs() {
         TableDefs->SetParser(this);
     }
     return *TableDefs;
+}
+
+TZvWhereItems& TZvSelectParser::GetWhereItems() {
+    if (!WhereItems) {
+        WhereItems = CreateWhereItems();
+        WhereItems->SetParser(this);
+    }
+    return *WhereItems;
+}
+
+TZvHavingItems& TZvSelectParser::GetHavingItems() {
+    if (!HavingItems) {
+        HavingItems = CreateHavingItems();
+        HavingItems->SetParser(this);
+    }
+    return *HavingItems;
+}
+
+TZvOperators& TZvSelectParser::GetOperators() {
+    if (!Operators) {
+        // Stored before it is filled, so that a dialect's DefineOperators may reach the list
+        // through GetOperators.
+        Operators = std::make_unique<TZvOperators>(this);
+        DefineOperators();
+    }
+    return *Operators;
+}
+
+void TZvSelectParser::SetOperators(const TZvOperators& Value) {
+    TZvOperators& Own = GetOperators();
+    if (&Value != &Own)
+        Own.Assign(Value);
 }
 
 const TZvWordList& TZvSelectParser::GetAggregates() {
@@ -74,6 +115,18 @@ std::unique_ptr<TZvSQLScanner> TZvSelectParser::CreateScanner() {
 
 std::unique_ptr<TZvTableDefs> TZvSelectParser::CreateTableDefs() {
     return std::make_unique<TZvTableDefs>(this);
+}
+
+std::unique_ptr<TZvWhereItems> TZvSelectParser::CreateWhereItems() {
+    return std::make_unique<TZvWhereItems>(this);
+}
+
+std::unique_ptr<TZvHavingItems> TZvSelectParser::CreateHavingItems() {
+    return std::make_unique<TZvHavingItems>(this);
+}
+
+void TZvSelectParser::DefineOperators() {
+    GetOperators().AddStandardOperators();
 }
 
 void TZvSelectParser::DefineAggregates() {

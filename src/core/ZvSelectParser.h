@@ -4,11 +4,14 @@
 // model is added to this class by the statement reader.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "ZvCollection.h"
+#include "ZvJoinDefs.h"
 #include "ZvScanner.h"
 #include "ZvScriptFormat.h"
 #include "ZvStringList.h"
@@ -22,6 +25,43 @@ class TZvOperators;
 class TZvWhereItems;
 class TZvHavingItems;
 
+class TZvTableDef;
+class TZvFunctionDef;
+class TZvFunctionDefs;
+class TZvCriterion;
+class TZvCriterions;
+class TZvOperator;
+
+// The states of the statement reader, one per clause.
+enum TZvSelectState : std::uint8_t {
+    ssBegin,
+    ssError,
+    ssEnd,
+    ssSelect,
+    ssFieldDefs,
+    ssInto,
+    ssFrom,
+    ssTableDefs,
+    ssWhere,
+    ssGroupBy,
+    ssHaving,
+    ssOrderBy,
+    ssAppendix,
+};
+
+// What DoParseExpression may do, as a set of bits.
+enum TZvParserExprParam : std::uint8_t {
+    pepCreateTableDef = 1 << 0,  // a table the expression names that is not yet known is created
+    pepEnableAlias = 1 << 1,     // an alias may follow, with or without "AS"
+    pepKeepQualifier = 1 << 2,   // a column keeps its table qualifier in its name (conditions)
+};
+using TZvParserExprParams = std::uint8_t;
+
+// Called instead of raising a parse error: the parser, the message, the position (the column at
+// which the offending token begins), the line and the token.
+using TZvParserErrorEvent = std::function<void(TZvSelectParser& Parser, const std::string& Message,
+                                               std::int32_t Position, std::int32_t Line, const std::string& Token)>;
+
 class TZvSelectParser : public TZvPersistent {
 public:
     TZvSelectParser();
@@ -33,7 +73,7 @@ public:
     // The scanner stays this parser's own. Source is not const: its lazily made parts may be
     // made while it is read.
     virtual void Assign(TZvSelectParser& Source);
-    // Empties the model: tables, GROUP BY and ORDER BY lists, Distinct.
+    // Empties the model: tables, WHERE and HAVING criteria, GROUP BY and ORDER BY lists, Distinct.
     virtual void Clear();
 
     // The scanner, made by CreateScanner on first use: a constructor cannot reach the override
@@ -49,11 +89,13 @@ public:
     const TZvWordList& GetAggregates();
     void SetAggregates(const TZvWordList& Value);
 
-    // Criteria (ZvCriteria.h) add here:
-    //   TZvWhereItems& GetWhereItems();  TZvHavingItems& GetHavingItems();
-    //   TZvOperators& GetOperators();    void SetOperators(const TZvOperators&);
-    // each made on first use by the protected virtual CreateWhereItems, CreateHavingItems and
-    // DefineOperators (same reason as the scanner), and cleared in Clear.
+    // The WHERE and HAVING criteria (ZvCriteria.h) and the comparison operators (ZvOperators.h),
+    // each made on first use by CreateWhereItems, CreateHavingItems and DefineOperators (same
+    // reason as the scanner). Clear empties both criteria lists; the operators stay.
+    TZvWhereItems& GetWhereItems();
+    TZvHavingItems& GetHavingItems();
+    TZvOperators& GetOperators();
+    void SetOperators(const TZvOperators& Value);
 
     // Keyword and function-name case under the script format; S may hold blanks.
     std::string ProcessKeyword(std::string_view S) const;
@@ -80,26 +122,154 @@ public:
     virtual bool IsLowerCaseAliases() { return false; }
     virtual std::string GetCommaAggregates() { return "SUM,MIN,MAX,AVG,COUNT"; }
 
+
+    // --- reading SELECT text (ZvSelectParserParse.cpp, ZvSelectParserFrom.cpp,
+    // ZvSelectParserExpr.cpp) ---
+
+    // Clears the model and reads Text into it. A syntax error raises EZvParserError, or is
+    // handed to OnParserError when that is set (then this returns normally with GetValid false).
+    void SetExpression(std::string_view Text);
+    // The statement generated from the model (never the text that was read).
+    virtual std::string GetExpression();
+    // True after a parse without error.
+    bool GetValid() const { return Valid; }
+    TZvSelectState GetState() const { return State; }
+    // Reports an error of the given type at Column (the column after the token) and Line,
+    // through ProcessError.
+    void RaiseError(std::int32_t ErrorType, const std::string& Token, std::int32_t Column, std::int32_t Line);
+    // Called instead of raising a parse error, when set.
+    TZvParserErrorEvent OnParserError;
 protected:
     virtual std::unique_ptr<TZvSQLScanner> CreateScanner();
     virtual std::unique_ptr<TZvTableDefs> CreateTableDefs();
+    virtual std::unique_ptr<TZvWhereItems> CreateWhereItems();
+    virtual std::unique_ptr<TZvHavingItems> CreateHavingItems();
     virtual void DefineAggregates();
+    // Fills the fresh operator list with the standard operators; a dialect calls this and adds
+    // its own, or fills the list itself.
+    virtual void DefineOperators();
 
+
+    // --- the statement reader: one handler per state, each overridable by a dialect ---
+    // True for the keywords that start a join in the FROM list.
+    virtual bool IsJoinDef(std::string_view Token);
+    virtual void DoParse();
+    virtual void DoParseBegin();
+    virtual void DoParseSelectClause();
+    virtual void DoParseIntoClause();
+    // One output field at the current token, added to the table it names.
+    virtual void DoParseFieldDef();
+    virtual void DoParseFieldDefs();
+    virtual void DoParseFromClause();
+    // One entry of the FROM list at the current token, merged into the table list.
+    virtual void DoParseTableDef();
+    // The parameter list of a stored procedure, after its "(": input fields of Table.
+    virtual void DoParseProcParams(TZvTableDef& Table);
+    // A join at its keyword, or one more condition of it at "AND".
+    virtual void DoParseJoinDef();
+    virtual void DoParseTableDefs();
+    virtual void DoParseWhereClause();
+    virtual void DoParseGroupByClause();
+    virtual void DoParseHavingClause();
+    virtual void DoParseOrderByClause();
+    // Trailing clauses the dialect knows; the generic reader knows none.
+    virtual void DoParseAppendix();
+    // A condition (WHERE or HAVING) into Target, by operator precedence.
+    virtual void DoParseCriterions(TZvCriterions& Target);
+    // One operand or expression at the current token into Target; returns the text by which it
+    // names its table (alias or name as written), empty when it names none. See the reader's
+    // file for the accepted forms.
+    virtual std::string DoParseExpression(TZvFunctionDef& Target, TZvParserExprParams Params);
+    // 1 for a token, 2 for the end of the text.
+    virtual std::int32_t GetErrorTypeByToken(const std::string& Token);
+    // Marks the parse invalid and raises the error, or hands it to OnParserError.
+    virtual void ProcessError(std::int32_t ErrorType, const std::string& Token, std::int32_t Column,
+                              std::int32_t Line);
+
+    // The token helpers the handlers share.
+    // True when the current token is Word (any case) and was not read inside quotes.
+    bool TokenIs(std::string_view Word);
+    bool TokenHas(TTokenKind Kind) { return GetScanner().TokenKinds.Contains(Kind); }
+    bool AtEnd() { return TokenHas(tkEnd); }
+    void NextToken() {
+        PrevTokenEnd = TokenSourceEnd();
+        GetScanner().GetNextToken();
+    }
+    // The current token as it stands in the text (a quoted token with its quotes).
+    std::string TokenSource();
+    // A name token as the model keeps a name: quoted content with doubled quotes made single.
+    std::string TokenName();
+    // A name token as the model keeps an alias or table reference: as written when it needs its
+    // quotes, else bare.
+    std::string TokenAlias();
+    // Sets the state to ssError with an explicit error type (0: chosen by the token).
+    void Fail(std::int32_t Type = 0);
+
+    TZvSelectState State = ssBegin;
+    std::int32_t ErrorType = 0;
+    bool Valid = false;
 private:
     std::unique_ptr<TZvSQLScanner> Scanner;
     bool Distinct = false;
     bool CaseSensitiveIdentifiers = false;
     TZvOrderByItems OrderByItems;
     TZvGroupByItems GroupByItems;
-    // Criteria (ZvCriteria.h) add their members here, before TableDefs:
-    //   std::unique_ptr<TZvWhereItems> WhereItems;  std::unique_ptr<TZvHavingItems> HavingItems;
-    //   std::unique_ptr<TZvOperators> Operators;
+    std::unique_ptr<TZvWhereItems> WhereItems;
+    std::unique_ptr<TZvHavingItems> HavingItems;
+    std::unique_ptr<TZvOperators> Operators;
     TZvWordList Aggregates;
     bool AggregatesDefined = false;
     TZvScriptFormat ScriptFormat;
     // Declared last so that it is destroyed first (the destructor also frees it explicitly):
     // the tables' clean-up touches the lists above.
     std::unique_ptr<TZvTableDefs> TableDefs;
+
+    // --- reader internals ---
+    void RunStateHandler();
+    void DropLoneStar();
+    bool NextTokenIs(std::string_view Word);
+    std::string ReadListItem();
+    bool IsCrossJoinAhead();
+    void MergeTableDef(const TZvTableDef& Scratch);
+    bool ReadJoinKeywords();
+    std::string ReadJoinOperand(TZvFunctionDef& Operand);
+    TZvTableDef* FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef);
+    void PlaceJoin(const TZvFunctionDef& Left, const std::string& LeftRef, const TZvFunctionDef& Right,
+                   const std::string& RightRef, const std::string& Operator);
+    void AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,
+                 const TZvTableDef* Target, const std::string& Operator, bool Swapped);
+    std::int32_t TokenSourceStart();
+    std::int32_t TokenSourceEnd();
+    std::string SourceText(std::int32_t Start, std::int32_t End);
+    bool SkipBracketed();
+    bool SkipArgument();
+    bool SkipCase();
+    bool IsSignToken();
+    bool IsNameToken();
+    bool IsCallAhead();
+    bool ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
+    bool ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
+    bool ReadArguments(TZvFunctionDefs& Arguments);
+    bool ReadArgument(TZvFunctionDef& Argument);
+    std::string PlaceCall(TZvFunctionDef& Call);
+    void ReadAlias(TZvFunctionDef& Target);
+    TZvTableDef* FindOrCreateTable(const std::string& Reference);
+    bool StartsCondition();
+    void ParseCriterion(TZvCriterion& Criterion);
+    const TZvOperator* FirstSingleOperandOperator();
+    bool IsOperatorBeginning(std::string_view Words);
+    const TZvOperator* ReadCriterionOperator();
+    void ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator);
+    void ReadRightOperand(TZvFunctionDef& Operand);
+
+    // The join reader's memory: the current left-hand table (alias or name), the kind of the last
+    // join (an "AND" continues it) and the table the last FROM entry or join read.
+    std::string LeftHandTable;
+    TZvJoinKind LastJoinKind = zvjInnerJoin;
+    TZvTableDef* JoinedTable = nullptr;
+    bool ExpressionHadAlias = false;
+    // Where the token before the current one ended in the text (1-based, exclusive).
+    std::int32_t PrevTokenEnd = 1;
 };
 
 } // namespace zv

@@ -115,8 +115,11 @@ void TZvStringList::CheckIndex(int Index, int Limit) const {
 // ---- TZvOrderByItems ------------------------------------------------------------------------
 
 int TZvOrderByItems::AddOrdered(std::string_view S, TZvOrderKind Kind) {
+    // One bracket, so that OnChange sees the entry with its direction, never with a default.
+    BeginUpdate();
     const int Index = Add(S);
     Orders[static_cast<std::size_t>(Index)] = Kind;
+    EndUpdate();
     return Index;
 }
 

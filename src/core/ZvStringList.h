@@ -83,6 +83,11 @@ private:
 class TZvGroupByItems : public TZvStringList {
 public:
     using TZvStringList::TZvStringList;
+
+    // "GROUP BY" and the entries, one per indented line, with a final line break; empty for an
+    // empty list. First, when the SELECT list mixes aggregates with other fields, the list is
+    // rebuilt from the plain columns of the SELECT list in their order (so it is not const).
+    std::string GetScript();
 };
 
 // The ORDER BY list: one column reference per entry and, beside it, its direction. Every edit of
@@ -94,6 +99,9 @@ public:
     int AddOrdered(std::string_view S, TZvOrderKind Kind);
     TZvOrderKind GetOrders(int Index) const;
     void SetOrders(int Index, TZvOrderKind Kind);
+    // "ORDER BY" and the entries, one per indented line, each followed by " DESC" when it sorts
+    // descending (ascending is never written), with a final line break; empty for an empty list.
+    std::string GetScript() const;
 
     void InsertObject(int Index, std::string_view S, TZvPersistent* Object) override;
     void Delete(int Index) override;

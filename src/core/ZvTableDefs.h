@@ -63,6 +63,15 @@ public:
     // times in ISO 8601 (see TZvDateTime). Empty for no parameters, or "()" when the parser's
     // dialect asks for brackets.
     virtual std::string GetProcParamString() const;
+    // The FROM entry: "  " and the name, the procedure's parameters, the alias after the dialect's
+    // delimiter when it differs from the name, then each non-empty line of the join chain after
+    // "\r\n  ". No joins where the dialect writes them in the WHERE clause, nor outside a table list.
+    virtual std::string GetScript() const;
+    // Adds to Lines, for each join of Joins, its text and then the chain of its target table, so
+    // that a table joined to a joined table follows it. A further condition between two tables that
+    // already have a line is merged into that line; a condition the line already holds ends the
+    // walk there, which is what ends a chain that returns to a table already present.
+    virtual void GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const;
 
     TZvTableDefs* GetTableDefs() const;
 
@@ -86,7 +95,7 @@ private:
 // The FROM list of the statement, owned by the parser.
 class TZvTableDefs : public TZvCollection {
 public:
-    explicit TZvTableDefs(TZvPersistent* Owner, TZvItemClass ItemClass = ItemClassOf<TZvTableDef>());
+    explicit TZvTableDefs(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvTableDef>());
     ~TZvTableDefs() override;
 
     TZvTableDef* Items(int Index) const { return static_cast<TZvTableDef*>(GetItem(Index)); }
@@ -119,6 +128,15 @@ public:
     // Gives a new alias to every field whose name is already the alias of another field of its
     // table: the same column selected twice becomes "ID" and "ID1".
     void UpdateFieldAliases();
+    // Where the dialect writes constants into joins: hands every new or changed (Pending) join
+    // against a constant to the other tables the pending joins touch, as a condition of the join
+    // between the two tables (mirrored onto a table that already joins the constant's table), and
+    // drops the constant joins that found no table.
+    void UpdateJoinsWithConsts();
+    // The SELECT list and the FROM clause: the selected fields by position, or "*" when there are
+    // none, then "FROM" and the entries of the tables that no other table joins. Empty when there
+    // is neither a field nor a table to write.
+    std::string GetScript() const;
 
 private:
     friend class TZvFieldDef;

@@ -81,7 +81,8 @@ TZvDateTime TZvDateTime::FromSerial(double Serial) {
 
 double TZvDateTime::ToSerial() const {
     const auto Days = static_cast<double>(DaysFromCivil(Year, Month, Day) - SerialEpoch);
-    const double Fraction = (((Hour * 60.0 + Minute) * 60.0 + Second) * 1000.0 + Millisecond) / MillisecondsPerDay;
+    const double Fraction =
+        (((Hour * 60.0 + Minute) * 60.0 + Second) * 1000.0 + Millisecond) / MillisecondsPerDay;
     return Days < 0 ? Days - Fraction : Days + Fraction;
 }
 

@@ -91,7 +91,8 @@ struct TZvDateTime {
 // A variant value: unassigned, null, Boolean, integer, float, text or date/time.
 class TZvValue {
 public:
-    using TStorage = std::variant<std::monostate, TZvNull, bool, std::int64_t, double, std::string, TZvDateTime>;
+    using TStorage =
+        std::variant<std::monostate, TZvNull, bool, std::int64_t, double, std::string, TZvDateTime>;
 
     TZvValue() = default;
     TZvValue(TZvNull V) : Storage(V) {}
@@ -145,7 +146,9 @@ public:
     virtual void Close() { Active = false; }
 
     const std::vector<TZvDataField>& GetFieldDefs() const { return FieldDefs; }
-    void AddFieldDef(std::string Name, TFieldType DataType) { FieldDefs.push_back({std::move(Name), DataType}); }
+    void AddFieldDef(std::string Name, TFieldType DataType) {
+        FieldDefs.push_back({std::move(Name), DataType});
+    }
     // The field of that name, compared without regard to case as databases compare column names;
     // null when there is none.
     const TZvDataField* FindField(std::string_view Name) const;

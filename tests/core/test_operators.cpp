@@ -20,6 +20,8 @@ struct TExpectedOperator {
     bool CommaList;
 };
 
+// One operator per row, kept out of the formatter, so that the list reads as the table it is.
+// clang-format off
 const std::vector<TExpectedOperator> Standard = {
     {"=", 1, "", "", "", false},
     {"<>", 1, "", "", "", false},
@@ -36,6 +38,7 @@ const std::vector<TExpectedOperator> Standard = {
     {"IS NULL", 0, "", "", "", false},
     {"IS NOT NULL", 0, "", "", "", false},
 };
+// clang-format on
 
 class StandardOperators : public ::testing::Test {
 protected:

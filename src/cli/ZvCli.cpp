@@ -1,0 +1,374 @@
+// Command-line handling of the zevrin tool: options, input normalisation, and the two commands.
+#include "ZvCli.h"
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+#include <sstream>
+
+#include "ZvCriteria.h"
+#include "ZvErrors.h"
+#include "ZvParser.h"
+
+namespace zv {
+
+namespace {
+
+struct TModeName {
+    std::string_view Name;
+    TZvFormatMode Mode;
+};
+
+constexpr TModeName kModes[] = {
+    {"asis", qfmAsIs}, {"upper", qfmUpperCase}, {"lower", qfmLowerCase}, {"firstupper", qfmFirstUpper}};
+
+bool FindMode(std::string_view Name, TZvFormatMode& Mode) {
+    for (const TModeName& M : kModes) {
+        if (M.Name == Name) {
+            Mode = M.Mode;
+            return true;
+        }
+    }
+    return false;
+}
+
+// The value of an option that takes one ("--dialect NAME" or "--dialect=NAME").
+std::string OptionValue(const std::vector<std::string>& Args, std::size_t& I, std::string_view Name) {
+    const std::string& Arg = Args[I];
+    if (Arg.size() > Name.size() && Arg[Name.size()] == '=')
+        return Arg.substr(Name.size() + 1);
+    if (I + 1 >= Args.size())
+        throw TZvUsageError{"option " + std::string(Name) + " needs a value"};
+    return Args[++I];
+}
+
+bool IsOption(const std::string& Arg, std::string_view Name) {
+    return Arg == Name || (Arg.size() > Name.size() && Arg.compare(0, Name.size(), Name) == 0 &&
+                           Arg[Name.size()] == '=');
+}
+
+void CheckMode(const std::string& Option, const std::string& Value) {
+    TZvFormatMode Mode;
+    if (!FindMode(Value, Mode))
+        throw TZvUsageError{"option " + Option + ": unknown case mode '" + Value +
+                            "' (asis, upper, lower, firstupper)"};
+}
+
+} // namespace
+
+std::vector<std::string> DialectNames() {
+    return {"generic"};
+}
+
+TZvCliOptions ParseCliArguments(const std::vector<std::string>& Args) {
+    TZvCliOptions Options;
+    for (std::size_t I = 0; I < Args.size(); ++I) {
+        const std::string& Arg = Args[I];
+        if (Arg == "--help" || Arg == "-h") {
+            Options.Help = true;
+        } else if (IsOption(Arg, "--dialect")) {
+            Options.Dialect = OptionValue(Args, I, "--dialect");
+        } else if (IsOption(Arg, "--keywords")) {
+            Options.Keywords = OptionValue(Args, I, "--keywords");
+            CheckMode("--keywords", Options.Keywords);
+        } else if (IsOption(Arg, "--functions")) {
+            Options.Functions = OptionValue(Args, I, "--functions");
+            CheckMode("--functions", Options.Functions);
+        } else if (Arg == "--no-always-bracket") {
+            Options.AlwaysBracket = false;
+        } else if (Arg == "--no-quote-identifiers") {
+            Options.QuoteIdentifiers = false;
+        } else if (Arg == "--lines") {
+            Options.Lines = true;
+        } else if (Arg.size() > 1 && Arg[0] == '-') {
+            throw TZvUsageError{"unknown option '" + Arg + "'"};
+        } else if (Options.Command.empty()) {
+            if (Arg != "format" && Arg != "model")
+                throw TZvUsageError{"unknown command '" + Arg + "' (format, model)"};
+            Options.Command = Arg;
+        } else if (Options.File.empty()) {
+            Options.File = Arg;
+        } else {
+            throw TZvUsageError{"more than one input file ('" + Options.File + "', '" + Arg + "')"};
+        }
+    }
+    if (Options.Help)
+        return Options;
+    if (Options.Command.empty())
+        throw TZvUsageError{"no command given (format, model)"};
+    const std::vector<std::string> Names = DialectNames();
+    if (std::find(Names.begin(), Names.end(), Options.Dialect) == Names.end())
+        throw TZvUsageError{"unknown dialect '" + Options.Dialect + "'"};
+    if (Options.Lines && Options.Command != "format")
+        throw TZvUsageError{"--lines goes with the format command"};
+    return Options;
+}
+
+std::string CliUsage() {
+    std::string Dialects;
+    for (const std::string& Name : DialectNames())
+        Dialects += (Dialects.empty() ? "" : ", ") + Name;
+    return "usage: zevrin format [options] [FILE]\n"
+           "       zevrin model [options] [FILE]\n"
+           "\n"
+           "Reads one SELECT statement from FILE (standard input when absent).\n"
+           "  format  writes the statement in the normalised layout (\\r\\n line breaks, nothing\n"
+           "          added); a syntax error prints its message on standard error, exit 1.\n"
+           "  model   writes the parsed query model as JSON; a syntax error prints a JSON error\n"
+           "          object (type, message, line, position, token), exit 1.\n"
+           "\n"
+           "Line feeds in the input are read as line breaks; a final line break is ignored.\n"
+           "\n"
+           "options:\n"
+           "  --dialect NAME          SQL dialect: " +
+           Dialects +
+           " (default generic)\n"
+           "  --keywords MODE         case of keywords: asis, upper, lower, firstupper (default asis)\n"
+           "  --functions MODE        case of function names, same modes (default asis)\n"
+           "  --no-always-bracket     do not bracket every condition of WHERE and HAVING\n"
+           "  --no-quote-identifiers  never quote names\n"
+           "  --lines                 (format) every non-empty input line is one statement; for each,\n"
+           "                          its text and \"\\n\", or \"error: \" and the message; exit 0\n"
+           "  --help                  this text\n"
+           "\n"
+           "exit codes: 0 success, 1 syntax error, 2 usage error\n";
+}
+
+std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options) {
+    if (Options.Dialect != "generic")
+        return nullptr;
+    auto Parser = std::make_unique<TZvSelectParser>();
+    TZvScriptFormat Format;
+    TZvFormatMode Mode = qfmAsIs;
+    FindMode(Options.Keywords, Mode);
+    Format.SetKeywordsFormat(Mode);
+    Mode = qfmAsIs;
+    FindMode(Options.Functions, Mode);
+    Format.SetFunctionsFormat(Mode);
+    Format.SetAlwaysBracketConditions(Options.AlwaysBracket);
+    Parser->SetScriptFormat(Format);
+    Parser->GetScanner().QuoteIdentifiers = Options.QuoteIdentifiers;
+    return Parser;
+}
+
+std::string NormalizeInputText(std::string_view Text) {
+    if (!Text.empty() && Text.back() == '\n')
+        Text.remove_suffix(Text.size() >= 2 && Text[Text.size() - 2] == '\r' ? 2 : 1);
+    std::string Result;
+    Result.reserve(Text.size() + Text.size() / 16);
+    for (std::size_t I = 0; I < Text.size(); ++I) {
+        if (Text[I] == '\n' && (I == 0 || Text[I - 1] != '\r'))
+            Result += '\r';
+        Result += Text[I];
+    }
+    return Result;
+}
+
+// --- model as JSON -------------------------------------------------------------------------------
+
+namespace {
+
+using nlohmann::ordered_json;
+
+const char* KindName(TZvFunctionKind Kind) {
+    static const char* Names[] = {"unknown", "function", "identifier", "integer",
+                                  "float",   "string",   "expression", "parameter"};
+    return Names[Kind];
+}
+
+const char* JoinKindName(TZvJoinKind Kind) {
+    static const char* Names[] = {"inner", "left outer", "right outer", "full outer"};
+    return Kind <= zvjFOuterJoin ? Names[Kind] : "unknown";
+}
+
+const char* FilterName(TZvCriterionFilter Filter) {
+    static const char* Names[] = {"all", "any", "none", "not all", "not"};
+    return Filter <= cfNot ? Names[Filter] : "unknown";
+}
+
+ordered_json OperandJson(const TZvFunctionDef& Operand) {
+    ordered_json J;
+    J["kind"] = KindName(Operand.GetKind());
+    J["name"] = Operand.GetName();
+    const TZvFunctionDefs& Arguments = Operand.GetArguments();
+    if (Arguments.Count() > 0) {
+        ordered_json Args = ordered_json::array();
+        for (int I = 0; I < Arguments.Count(); ++I)
+            Args.push_back(OperandJson(*Arguments.Items(I)));
+        J["arguments"] = std::move(Args);
+    }
+    return J;
+}
+
+ordered_json FieldJson(const TZvFieldDef& Field) {
+    ordered_json J = OperandJson(Field);
+    J["alias"] = Field.GetAlias();
+    J["position"] = Field.GetAbsIndex();
+    J["usage"] = Field.GetUsage();
+    J["text"] = Field.GetScript();
+    return J;
+}
+
+ordered_json JoinJson(const TZvJoinDef& Join) {
+    ordered_json J;
+    J["kind"] = JoinKindName(Join.GetKind());
+    J["leftField"] = Join.GetLeftField();
+    J["operator"] = Join.GetOperator();
+    J["table"] = Join.GetTableAlias();
+    J["rightField"] = Join.GetRightField();
+    if (Join.GetLeftConst() || Join.GetRightConst()) {
+        J["leftConst"] = Join.GetLeftConst();
+        J["rightConst"] = Join.GetRightConst();
+        J["swapped"] = Join.GetSwapped();
+    }
+    return J;
+}
+
+ordered_json TableJson(const TZvTableDef& Table) {
+    ordered_json J;
+    J["name"] = Table.GetName();
+    J["alias"] = Table.GetAlias();
+    J["type"] = Table.GetTableType() == qttStoredProc ? "procedure" : "table";
+    ordered_json Fields = ordered_json::array();
+    const TZvFieldDefs& FieldDefs = Table.GetFieldDefs();
+    for (int I = 0; I < FieldDefs.Count(); ++I)
+        Fields.push_back(FieldJson(*FieldDefs.Items(I)));
+    J["fields"] = std::move(Fields);
+    ordered_json Joins = ordered_json::array();
+    const TZvJoinDefs& JoinDefs = Table.GetJoinDefs();
+    for (int I = 0; I < JoinDefs.Count(); ++I)
+        Joins.push_back(JoinJson(*JoinDefs.Items(I)));
+    J["joins"] = std::move(Joins);
+    return J;
+}
+
+ordered_json CriterionsJson(const TZvCriterions& List);
+
+ordered_json CriterionJson(const TZvCriterion& Criterion) {
+    if (Criterion.GetSubItems().Count() > 0)
+        return CriterionsJson(Criterion.GetSubItems());
+    ordered_json J;
+    J["left"] = OperandJson(Criterion.GetLeftSide());
+    J["operator"] = Criterion.GetOperatorCaption();
+    ordered_json Right = ordered_json::array();
+    const TZvFunctionDefs& RightSide = Criterion.GetRightSide();
+    for (int I = 0; I < RightSide.Count(); ++I)
+        Right.push_back(OperandJson(*RightSide.Items(I)));
+    J["right"] = std::move(Right);
+    return J;
+}
+
+ordered_json CriterionsJson(const TZvCriterions& List) {
+    ordered_json J;
+    J["filter"] = FilterName(List.GetFilter());
+    ordered_json Items = ordered_json::array();
+    for (int I = 0; I < List.Count(); ++I)
+        Items.push_back(CriterionJson(*List.Items(I)));
+    J["items"] = std::move(Items);
+    return J;
+}
+
+ordered_json StringListJson(const TZvStringList& List) {
+    ordered_json J = ordered_json::array();
+    for (int I = 0; I < List.Count(); ++I)
+        J.push_back(List.Get(I));
+    return J;
+}
+
+ordered_json ErrorJson(const EZvParserError& E) {
+    ordered_json J;
+    ordered_json Error;
+    Error["type"] = E.GetErrorType();
+    Error["message"] = E.what();
+    Error["line"] = E.GetLine();
+    Error["position"] = E.GetPosition();
+    Error["token"] = E.GetToken();
+    J["error"] = std::move(Error);
+    return J;
+}
+
+// Dumps replacing bytes that are not valid UTF-8, so that any input gives a JSON document.
+std::string Dump(const ordered_json& J) {
+    return J.dump(2, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+} // namespace
+
+std::string ModelToJson(TZvSelectParser& Parser) {
+    ordered_json J;
+    J["distinct"] = Parser.GetDistinct();
+    ordered_json Tables = ordered_json::array();
+    TZvTableDefs& TableDefs = Parser.GetTableDefs();
+    for (int I = 0; I < TableDefs.Count(); ++I)
+        Tables.push_back(TableJson(*TableDefs.Items(I)));
+    J["tables"] = std::move(Tables);
+    J["where"] = CriterionsJson(Parser.GetWhereItems());
+    J["groupBy"] = StringListJson(Parser.GetGroupByItems());
+    J["having"] = CriterionsJson(Parser.GetHavingItems());
+    ordered_json OrderBy = ordered_json::array();
+    const TZvOrderByItems& Orders = Parser.GetOrderByItems();
+    for (int I = 0; I < Orders.Count(); ++I) {
+        ordered_json Entry;
+        Entry["item"] = Orders.Get(I);
+        Entry["direction"] = Orders.GetOrders(I) == okDesc ? "desc" : "asc";
+        OrderBy.push_back(std::move(Entry));
+    }
+    J["orderBy"] = std::move(OrderBy);
+    J["sql"] = Parser.GetExpression();
+    return Dump(J);
+}
+
+// --- commands ------------------------------------------------------------------------------------
+
+namespace {
+
+int FormatLines(TZvSelectParser& Parser, const std::string& Input, std::ostream& Out) {
+    std::size_t Start = 0;
+    while (Start < Input.size()) {
+        std::size_t End = Input.find('\n', Start);
+        if (End == std::string::npos)
+            End = Input.size();
+        std::string_view Line(Input.data() + Start, End - Start);
+        if (!Line.empty() && Line.back() == '\r')
+            Line.remove_suffix(1);
+        Start = End + 1;
+        if (Line.empty())
+            continue;
+        try {
+            Parser.SetExpression(Line);
+            Out << Parser.GetExpression() << '\n';
+        } catch (const EZvParserError& E) {
+            Out << "error: " << E.what() << '\n';
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+int RunCli(const TZvCliOptions& Options, const std::string& Input, std::ostream& Out, std::ostream& Err) {
+    std::unique_ptr<TZvSelectParser> Parser = CreateCliParser(Options);
+    if (!Parser) {
+        Err << "zevrin: unknown dialect '" << Options.Dialect << "'\n";
+        return 2;
+    }
+    if (Options.Lines)
+        return FormatLines(*Parser, Input, Out);
+    const std::string Text = NormalizeInputText(Input);
+    try {
+        Parser->SetExpression(Text);
+    } catch (const EZvParserError& E) {
+        if (Options.Command == "model")
+            Out << Dump(ErrorJson(E)) << '\n';
+        else
+            Err << E.what() << '\n';
+        return 1;
+    }
+    if (Options.Command == "model")
+        Out << ModelToJson(*Parser) << '\n';
+    else
+        Out << Parser->GetExpression();
+    return 0;
+}
+
+} // namespace zv

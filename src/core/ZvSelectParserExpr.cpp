@@ -1,0 +1,673 @@
+// Expressions and conditions: output fields with their aliases, operands (names, literals,
+// parameters, function calls, bracketed and compound expressions), and WHERE/HAVING conditions
+// read by operator precedence into criteria trees.
+//
+// Operands the reader knows, and what they become:
+//   t.c, s.t.c, c, "quoted name"   fkIdentifier (the qualifier names the table)
+//   *, t.*                        fkIdentifier "*"
+//   f(a, b), COUNT(*), f()        fkFunction with its arguments
+//   12  1.5  'text'               fkInteger, fkFloat, fkString (the literal as written)
+//   :name                         fkParameter
+//   -1                            the number with its sign
+//   a + b, (a), x || y, CASE ... END, TRUE, anything the rules above do not cover
+//                                 fkExpression, the text as written
+// An argument that is not one operand (COUNT(DISTINCT x), CAST(x AS INT)) is kept as the text
+// of that argument.
+#include "ZvSelectParser.h"
+
+#include <vector>
+
+#include "ZvCriteria.h"
+#include "ZvErrors.h"
+#include "ZvOperators.h"
+#include "ZvTableDefs.h"
+#include "ZvUtils.h"
+
+namespace zv {
+
+// --- source positions ----------------------------------------------------------------------------
+
+std::int32_t TZvSelectParser::TokenSourceStart() {
+    TZvSQLScanner& S = GetScanner();
+    return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
+}
+
+std::int32_t TZvSelectParser::TokenSourceEnd() {
+    TZvSQLScanner& S = GetScanner();
+    return S.InQuote ? std::min(S.Position + 1, S.Length + 1) : S.Position;
+}
+
+std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
+    const std::string& Text = GetScanner().Expression;
+    if (End <= Start)
+        return {};
+    return Trim(std::string_view(Text).substr(static_cast<std::size_t>(Start - 1),
+                                              static_cast<std::size_t>(End - Start)));
+}
+
+// Passes over tokens up to the matching ")" of the "(" at the current token, which is consumed
+// too. The end of the text inside is an error.
+bool TZvSelectParser::SkipBracketed() {
+    int Depth = 0;
+    do {
+        if (AtEnd()) {
+            Fail();
+            return false;
+        }
+        if (TokenIs("("))
+            ++Depth;
+        else if (TokenIs(")"))
+            --Depth;
+        NextToken();
+    } while (Depth > 0);
+    return true;
+}
+
+// Passes over the tokens of one argument, bracket-balanced, up to a "," or ")" at its level.
+bool TZvSelectParser::SkipArgument() {
+    while (!TokenIs(",") && !TokenIs(")")) {
+        if (AtEnd()) {
+            Fail();
+            return false;
+        }
+        if (TokenIs("(")) {
+            if (!SkipBracketed())
+                return false;
+        } else {
+            NextToken();
+        }
+    }
+    return true;
+}
+
+// CASE ... END, nested ones included.
+bool TZvSelectParser::SkipCase() {
+    int Depth = 0;
+    do {
+        if (AtEnd()) {
+            Fail();
+            return false;
+        }
+        if (TokenIs("CASE"))
+            ++Depth;
+        else if (TokenIs("END"))
+            --Depth;
+        NextToken();
+    } while (Depth > 0);
+    return true;
+}
+
+// --- operands ------------------------------------------------------------------------------------
+
+bool TZvSelectParser::IsSignToken() {
+    return TokenIs("-") || TokenIs("+");
+}
+
+// A keyword directly followed by "(" is called as a function (TRIM(x), CHAR(65)).
+bool TZvSelectParser::IsCallAhead() {
+    TZvSQLScanner& S = GetScanner();
+    S.GetTokenPlus();
+    return S.TokenPlus == "(" && S.TokenKindsPlus.Contains(tkDelim);
+}
+
+bool TZvSelectParser::IsNameToken() {
+    TZvSQLScanner& S = GetScanner();
+    return S.InQuote ? S.TokenKinds.Contains(tkIdent)
+                     : IsIntersected(S.TokenKinds, {tkIdent, tkFunction, tkKeyword});
+}
+
+std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParserExprParams Params) {
+    const std::int32_t Start = TokenSourceStart();
+    std::string Sign;
+    if (IsSignToken()) {
+        Sign = GetScanner().Token;
+        NextToken();
+    }
+    std::string TableRef;
+    if (!ReadOperand(Target, Params, TableRef)) {
+        Fail();
+        return {};
+    }
+    bool Compound = false;
+    while (TokenHas(tkOperation) && !TokenHas(tkComparison) && !GetScanner().InQuote) {
+        NextToken();
+        if (IsSignToken())
+            NextToken();
+        TZvFunctionDef Operand;
+        Operand.SetParser(this);
+        std::string Ignored;
+        if (!ReadOperand(Operand, Params & pepKeepQualifier, Ignored)) {
+            Fail();
+            return {};
+        }
+        Compound = true;
+    }
+    const bool Number = Target.GetKind() == fkInteger || Target.GetKind() == fkFloat;
+    if (Compound || (!Sign.empty() && !Number)) {
+        Target.Clear();
+        Target.SetName(SourceText(Start, PrevTokenEnd));
+        Target.SetKind(fkExpression);
+        TableRef.clear();
+    } else if (!Sign.empty()) {
+        Target.SetName(Sign + Target.GetName());
+    }
+    if ((Params & pepCreateTableDef) && !TableRef.empty())
+        FindOrCreateTable(TableRef);
+    if (Params & pepEnableAlias)
+        ReadAlias(Target);
+    return TableRef;
+}
+
+bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
+    TZvSQLScanner& S = GetScanner();
+    const std::int32_t Start = TokenSourceStart();
+    auto Literal = [&](const std::string& Name, TZvFunctionKind Kind) {
+        Target.SetName(Name);
+        Target.SetKind(Kind);
+        NextToken();
+        return true;
+    };
+    if (AtEnd())
+        return false;
+    if (TokenIs("(")) {
+        if (!SkipBracketed())
+            return false;
+        Target.SetName(SourceText(Start, PrevTokenEnd));
+        Target.SetKind(fkExpression);
+        return true;
+    }
+    if (TokenIs(":")) {
+        NextToken();
+        if (!TokenHas(tkIdent))
+            return false;
+        return Literal(TokenName(), fkParameter);
+    }
+    if (TokenIs("*"))
+        return Literal("*", fkIdentifier);
+    if (TokenIs("CASE")) {
+        if (!SkipCase())
+            return false;
+        Target.SetName(SourceText(Start, PrevTokenEnd));
+        Target.SetKind(fkExpression);
+        return true;
+    }
+    if (TokenIs("NULL"))
+        return Literal(S.Token, fkUnknown);
+    const TTokenKinds Kinds = S.TokenKinds;
+    if (Kinds.Contains(tkInteger))
+        return Literal(S.Token, fkInteger);
+    if (Kinds.Contains(tkFloat))
+        return Literal(S.Token, fkFloat);
+    if (Kinds.Contains(tkString) && !Kinds.Contains(tkIdent))
+        return Literal(TokenSource(), fkString);
+    if (Kinds.Contains(tkBoolean))
+        return Literal(S.Token, fkExpression);
+    if (IsNameToken() && (!Kinds.Contains(tkKeyword) || Kinds.Contains(tkFunction) || IsCallAhead()))
+        return ReadNameOrCall(Target, Params, TableRef);
+    // A word the scanner could not classify ("a||b" where bars are no delimiters): as written.
+    if (Kinds.Empty() && !S.InQuote)
+        return Literal(S.Token, fkUnknown);
+    return false;
+}
+
+// A qualified name, t.*, or a function call. In a field, the qualifier names the field's table
+// (TableRef) and the name stays bare; in a condition (pepKeepQualifier) the name keeps it.
+bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
+    std::vector<std::string> Parts{TokenAlias()};
+    std::string Last = TokenName();
+    NextToken();
+    while (TokenIs(".")) {
+        NextToken();
+        if (TokenIs("*")) {
+            Parts.emplace_back("*");
+            Last = "*";
+            NextToken();
+            break;
+        }
+        if (!IsNameToken())
+            return false;
+        Parts.push_back(TokenAlias());
+        Last = TokenName();
+        NextToken();
+    }
+    auto Joined = [&](std::size_t Count) {
+        std::string Text;
+        for (std::size_t I = 0; I < Count; ++I)
+            Text += (I ? "." : "") + Parts[I];
+        return Text;
+    };
+    if (TokenIs("(") && Last != "*") {
+        Target.SetName(Joined(Parts.size()));
+        Target.SetKind(fkFunction);
+        if (!ReadArguments(Target.GetArguments()))
+            return false;
+        if (!(Params & pepKeepQualifier))
+            TableRef = PlaceCall(Target);
+        return true;
+    }
+    if (Params & pepKeepQualifier) {
+        Target.SetName(Joined(Parts.size()));
+    } else {
+        Target.SetName(Last);
+        TableRef = Joined(Parts.size() - 1);
+    }
+    Target.SetKind(fkIdentifier);
+    return true;
+}
+
+bool TZvSelectParser::ReadArguments(TZvFunctionDefs& Arguments) {
+    NextToken();  // "("
+    if (TokenIs(")")) {
+        NextToken();
+        return true;
+    }
+    for (;;) {
+        if (!ReadArgument(*Arguments.Add()))
+            return false;
+        if (TokenIs(")")) {
+            NextToken();
+            return true;
+        }
+        if (!TokenIs(","))
+            return false;
+        NextToken();
+    }
+}
+
+// One argument as an operand when it is one; otherwise the argument's text as written.
+bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
+    const std::int32_t Start = TokenSourceStart();
+    const TZvSelectState SavedState = State;
+    const std::int32_t SavedErrorType = ErrorType;
+    if (!TokenIs(",") && !TokenIs(")"))
+        DoParseExpression(Argument, pepKeepQualifier);
+    if (State != ssError && (TokenIs(",") || TokenIs(")")))
+        return true;
+    State = SavedState;
+    ErrorType = SavedErrorType;
+    if (!SkipArgument())
+        return false;
+    Argument.Clear();
+    Argument.SetName(SourceText(Start, PrevTokenEnd));
+    Argument.SetKind(fkExpression);
+    return true;
+}
+
+namespace {
+
+bool IsBareColumn(const TZvFunctionDef& Arg) {
+    return Arg.GetKind() == fkIdentifier && Arg.GetArguments().Count() == 0;
+}
+
+// Collects the qualifiers of every column in a call's arguments, at any depth; false when some
+// column has none.
+bool CollectQualifiers(const TZvFunctionDefs& Arguments, char Open, char Close,
+                       std::vector<std::string>& Qualifiers) {
+    for (int I = 0; I < Arguments.Count(); ++I) {
+        const TZvFunctionDef& Arg = *Arguments.Items(I);
+        if (IsBareColumn(Arg)) {
+            std::string Qualifier = ExtractTableName(Arg.GetName(), Open, Close);
+            if (Qualifier.empty())
+                return false;
+            Qualifiers.push_back(std::move(Qualifier));
+        }
+        if (!CollectQualifiers(Arg.GetArguments(), Open, Close, Qualifiers))
+            return false;
+    }
+    return true;
+}
+
+void StripQualifiers(TZvFunctionDefs& Arguments, char Open, char Close) {
+    for (int I = 0; I < Arguments.Count(); ++I) {
+        TZvFunctionDef& Arg = *Arguments.Items(I);
+        if (IsBareColumn(Arg))
+            Arg.SetName(ExtractFieldName(Arg.GetName(), Open, Close));
+        StripQualifiers(Arg.GetArguments(), Open, Close);
+    }
+}
+
+} // namespace
+
+// A call whose columns all name one table belongs to that table, with bare column names (the
+// table's prefix is written before each); any other call names no table and keeps qualifiers.
+std::string TZvSelectParser::PlaceCall(TZvFunctionDef& Call) {
+    TZvSQLScanner& S = GetScanner();
+    const char Open = S.GetIdentQuote();
+    const char Close = S.GetQuotePair(Open);
+    std::vector<std::string> Qualifiers;
+    if (!CollectQualifiers(Call.GetArguments(), Open, Close, Qualifiers) || Qualifiers.empty())
+        return {};
+    for (const std::string& Q : Qualifiers) {
+        if (Q != Qualifiers.front())
+            return {};
+    }
+    StripQualifiers(Call.GetArguments(), Open, Close);
+    return Qualifiers.front();
+}
+
+void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
+    ExpressionHadAlias = false;
+    if (TokenIs("AS")) {
+        NextToken();
+        if (AtEnd() || TokenIs(",") || TokenIs(")") || !(IsNameToken() || TokenHas(tkString))) {
+            Fail();
+            return;
+        }
+    } else if (!TokenHas(tkIdent) || (TokenHas(tkKeyword) && !GetScanner().InQuote)) {
+        return;
+    }
+    if (auto* Field = dynamic_cast<TZvFieldDef*>(&Target))
+        Field->SetAlias(TokenAlias());
+    ExpressionHadAlias = true;
+    NextToken();
+}
+
+TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
+    TZvTableDefs& Tables = GetTableDefs();
+    if (TZvTableDef* Table = Tables.FindByAlias(Reference))
+        return Table;
+    TZvTableDef* Table = Tables.Add();
+    Table->SetName(Reference);
+    return Table;
+}
+
+// --- output fields -------------------------------------------------------------------------------
+
+void TZvSelectParser::DoParseFieldDef() {
+    TZvFieldDef Scratch;
+    Scratch.SetParser(this);
+    ExpressionHadAlias = false;
+    const std::string TableRef = DoParseExpression(Scratch, pepCreateTableDef | pepEnableAlias);
+    if (State == ssError)
+        return;
+    TZvTableDefs& Tables = GetTableDefs();
+    TZvTableDef* Table = TableRef.empty() ? Tables.FindByAlias("") : FindOrCreateTable(TableRef);
+    if (Table == nullptr)
+        Table = Tables.Add();
+    TZvFieldDef* Field = Table->GetFieldDefs().Add();
+    Field->Assign(Scratch);
+    if (!ExpressionHadAlias) {
+        // Computed columns are numbered in SELECT-list order, each unique among the aliases of the
+        // fields read before it.
+        Field->SetAlias("");
+        if (Field->GetKind() != fkUnknown && Field->GetKind() != fkIdentifier)
+            Field->SetAlias(Tables.GetUniqueAlias("FIELD_", true));
+    }
+}
+
+// --- conditions ----------------------------------------------------------------------------------
+
+namespace {
+
+enum TConnective : int { cnNot = 0, cnAnd = 1, cnOr = 2, cnOpen = 3, cnClose = 4 };
+
+int Priority(int Code) {
+    static const int Priorities[] = {4, 3, 2, 0, 1};
+    return Priorities[Code];
+}
+
+// A node of the condition while it is folded: a leaf (one simple condition) or a group.
+struct TCondNode {
+    int Leaf = -1;
+    TZvCriterionFilter Filter = cfAll;
+    std::vector<int> Members;
+};
+
+struct TPostfixItem {
+    bool Connective;
+    int Value;  // connective code, or leaf index
+};
+
+void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index,
+                     std::vector<std::unique_ptr<TZvCriterion>>& Leaves, TZvCriterions& Into) {
+    const TCondNode& Node = Nodes[static_cast<std::size_t>(Index)];
+    TZvCriterion* Criterion = Into.Add();
+    if (Node.Leaf >= 0) {
+        Criterion->Assign(*Leaves[static_cast<std::size_t>(Node.Leaf)]);
+        return;
+    }
+    TZvCriterions& Sub = Criterion->GetSubItems();
+    Sub.SetFilter(Node.Filter);
+    for (int Member : Node.Members)
+        MaterialiseNode(Nodes, Member, Leaves, Sub);
+}
+
+// Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
+// group of the same filter gives its members instead of nesting. A connective short of operands
+// (a leading AND) is dropped.
+void FoldCriterions(const std::vector<TPostfixItem>& Postfix, std::vector<std::unique_ptr<TZvCriterion>>& Leaves,
+                    TZvCriterions& Target) {
+    std::vector<TCondNode> Nodes;
+    std::vector<int> Stack;
+    for (const TPostfixItem& Item : Postfix) {
+        if (!Item.Connective) {
+            Nodes.push_back({Item.Value, cfAll, {}});
+            Stack.push_back(static_cast<int>(Nodes.size()) - 1);
+            continue;
+        }
+        if (Item.Value == cnOpen || Item.Value == cnClose)
+            continue;
+        const std::size_t Needed = Item.Value == cnNot ? 1 : 2;
+        if (Stack.size() < Needed)
+            continue;
+        const TZvCriterionFilter Filter = Item.Value == cnNot ? cfNot : Item.Value == cnAnd ? cfAll : cfAny;
+        TCondNode Group{-1, Filter, {}};
+        for (std::size_t I = Stack.size() - Needed; I < Stack.size(); ++I) {
+            TCondNode& Operand = Nodes[static_cast<std::size_t>(Stack[I])];
+            if (Operand.Leaf < 0 && Operand.Filter == Filter)
+                Group.Members.insert(Group.Members.end(), Operand.Members.begin(), Operand.Members.end());
+            else
+                Group.Members.push_back(Stack[I]);
+        }
+        Stack.resize(Stack.size() - Needed);
+        Nodes.push_back(std::move(Group));
+        Stack.push_back(static_cast<int>(Nodes.size()) - 1);
+    }
+    if (Stack.empty())
+        return;
+    // Conditions left side by side without a connective are taken as all holding.
+    if (Stack.size() > 1) {
+        Nodes.push_back({-1, cfAll, Stack});
+        Stack.assign(1, static_cast<int>(Nodes.size()) - 1);
+    }
+    const TCondNode& Root = Nodes[static_cast<std::size_t>(Stack.front())];
+    if (Root.Leaf >= 0) {
+        MaterialiseNode(Nodes, Stack.front(), Leaves, Target);
+        return;
+    }
+    Target.SetFilter(Root.Filter);
+    for (int Member : Root.Members)
+        MaterialiseNode(Nodes, Member, Leaves, Target);
+}
+
+} // namespace
+
+bool TZvSelectParser::StartsCondition() {
+    return TokenIs(":") ||
+           IsIntersected(GetScanner().TokenKinds, {tkFunction, tkInteger, tkFloat, tkString, tkIdent, tkBoolean});
+}
+
+void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
+    std::vector<std::unique_ptr<TZvCriterion>> Leaves;
+    std::vector<TPostfixItem> Postfix;
+    std::vector<int> Pending;
+    auto Push = [&](int Code) {
+        while (!Pending.empty() && Priority(Pending.back()) >= Priority(Code)) {
+            Postfix.push_back({true, Pending.back()});
+            Pending.pop_back();
+        }
+        Pending.push_back(Code);
+    };
+    while (!AtEnd()) {
+        if (TokenIs("NOT") || TokenIs("AND") || TokenIs("OR")) {
+            Push(TokenIs("NOT") ? cnNot : TokenIs("AND") ? cnAnd : cnOr);
+            NextToken();
+        } else if (TokenIs("(")) {
+            Pending.push_back(cnOpen);
+            NextToken();
+        } else if (TokenIs(")")) {
+            while (!Pending.empty() && Pending.back() != cnOpen) {
+                Postfix.push_back({true, Pending.back()});
+                Pending.pop_back();
+            }
+            if (Pending.empty()) {
+                Fail(zvpeInvalidToken);
+                return;
+            }
+            Pending.pop_back();
+            NextToken();
+        } else if (StartsCondition()) {
+            auto Leaf = std::make_unique<TZvCriterion>();
+            Leaf->SetParser(this);
+            ParseCriterion(*Leaf);
+            if (State == ssError)
+                return;
+            Postfix.push_back({false, static_cast<int>(Leaves.size())});
+            Leaves.push_back(std::move(Leaf));
+        } else if (TokenHas(tkKeyword) && !GetScanner().InQuote) {
+            break;
+        } else {
+            // A stray token (a lone ",") is passed over: this leniency is intended.
+            NextToken();
+        }
+    }
+    while (!Pending.empty()) {
+        Postfix.push_back({true, Pending.back()});
+        Pending.pop_back();
+    }
+    FoldCriterions(Postfix, Leaves, Target);
+}
+
+// One simple condition: left operand, operator, right operands as the operator asks.
+void TZvSelectParser::ParseCriterion(TZvCriterion& Criterion) {
+    DoParseExpression(Criterion.GetLeftSide(), pepKeepQualifier);
+    if (State == ssError)
+        return;
+    const TZvOperator* Operator = ReadCriterionOperator();
+    if (State == ssError)
+        return;
+    if (Operator == nullptr) {
+        // A condition of one operand (a Boolean column): an operator with one operand and an
+        // empty right side writes the left side alone.
+        Operator = FirstSingleOperandOperator();
+        if (Operator != nullptr)
+            Criterion.SetOperatorCaption(Operator->GetCaption());
+        return;
+    }
+    Criterion.SetOperatorCaption(Operator->GetCaption());
+    ReadRightOperands(Criterion, *Operator);
+}
+
+const TZvOperator* TZvSelectParser::FirstSingleOperandOperator() {
+    TZvOperators& List = GetOperators();
+    for (int I = 0; I < List.Count(); ++I) {
+        if (List.Items(I)->GetCount() == 1 && !List.Items(I)->GetCommaList())
+            return List.Items(I);
+    }
+    return nullptr;
+}
+
+namespace {
+
+// True when Name is Words or begins with Words and a blank (whole words, any case).
+bool BeginsWithWords(std::string_view Name, std::string_view Words) {
+    if (Name.size() < Words.size() || !SameText(Name.substr(0, Words.size()), Words))
+        return false;
+    return Name.size() == Words.size() || Name[Words.size()] == ' ';
+}
+
+} // namespace
+
+bool TZvSelectParser::IsOperatorBeginning(std::string_view Words) {
+    TZvOperators& List = GetOperators();
+    for (int I = 0; I < List.Count(); ++I) {
+        if (BeginsWithWords(List.Items(I)->GetName(), Words))
+            return true;
+    }
+    return false;
+}
+
+// A comparison token, or the longest run of words that names an operator ("IS NOT NULL").
+// Null when the current token starts no operator; the token is then left current.
+const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
+    TZvSQLScanner& S = GetScanner();
+    TZvOperators& List = GetOperators();
+    if (S.InQuote || AtEnd())
+        return nullptr;
+    if (TokenHas(tkComparison) || TokenHas(tkSpecial)) {
+        const TZvOperator* Operator = List.FindByName(S.Token);
+        if (Operator == nullptr)
+            Operator = List.FindByCaption(S.Token);
+        if (Operator != nullptr)
+            NextToken();
+        return Operator;
+    }
+    if (!IsIntersected(S.TokenKinds, {tkKeyword, tkIdent}) || !IsOperatorBeginning(S.Token))
+        return nullptr;
+    std::string Words = S.Token;
+    for (;;) {
+        S.GetTokenPlus();
+        const std::string Longer = Words + " " + S.TokenPlus;
+        if (S.TokenPlus.empty() || !IsOperatorBeginning(Longer))
+            break;
+        NextToken();
+        Words = Longer;
+    }
+    const TZvOperator* Operator = List.FindByName(Words);
+    if (Operator == nullptr) {
+        Fail();
+        return nullptr;
+    }
+    NextToken();
+    return Operator;
+}
+
+void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator) {
+    TZvFunctionDefs& Right = Criterion.GetRightSide();
+    const bool Bracketed = !Operator.GetPrefix().empty() && TokenIs(Operator.GetPrefix());
+    if (Bracketed)
+        NextToken();
+    if (Operator.GetCommaList()) {
+        while (!(Bracketed && TokenIs(Operator.GetPostfix()))) {
+            ReadRightOperand(*Right.Add());
+            if (State == ssError)
+                return;
+            if (!TokenIs(","))
+                break;
+            NextToken();
+        }
+    } else {
+        for (std::int32_t I = 0; I < Operator.GetCount(); ++I) {
+            if (I > 0) {
+                if (!TokenIs(Operator.GetRelate()))
+                    break;
+                NextToken();
+            }
+            ReadRightOperand(*Right.Add());
+            if (State == ssError)
+                return;
+        }
+    }
+    if (Bracketed) {
+        if (!TokenIs(Operator.GetPostfix())) {
+            Fail();
+            return;
+        }
+        NextToken();
+    }
+}
+
+// An operand, or a sub-query (its text, up to the bracket that closes the list).
+void TZvSelectParser::ReadRightOperand(TZvFunctionDef& Operand) {
+    if (!TokenIs("SELECT")) {
+        DoParseExpression(Operand, pepKeepQualifier);
+        return;
+    }
+    const std::int32_t Start = TokenSourceStart();
+    if (!SkipArgument())
+        return;
+    Operand.SetName(SourceText(Start, PrevTokenEnd));
+    Operand.SetKind(fkExpression);
+}
+
+} // namespace zv

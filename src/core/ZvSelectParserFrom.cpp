@@ -1,0 +1,341 @@
+// The FROM list: table references (qualified names, aliases, stored procedures with their
+// parameters, CROSS JOIN) and joins with their ON conditions, placed on the table that holds them.
+#include "ZvSelectParser.h"
+
+#include "ZvErrors.h"
+#include "ZvJoinDefs.h"
+#include "ZvTableDefs.h"
+#include "ZvUtils.h"
+
+namespace zv {
+
+namespace {
+
+// The comparison that says the same with its operands swapped: "B.X < A.Y" is "A.Y > B.X".
+std::string MirroredComparison(const std::string& Operator) {
+    static const std::pair<std::string_view, std::string_view> Mirrors[] = {
+        {"<", ">"}, {">", "<"}, {"<=", ">="}, {">=", "<="}, {"!<", "!>"}, {"!>", "!<"}};
+    for (const auto& [From, To] : Mirrors) {
+        if (Operator == From)
+            return std::string(To);
+    }
+    return Operator;
+}
+
+} // namespace
+
+bool TZvSelectParser::IsJoinDef(std::string_view Token) {
+    for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
+        if (SameText(Token, Word))
+            return true;
+    }
+    return false;
+}
+
+void TZvSelectParser::DoParseTableDefs() {
+    TZvTableDefs& Tables = GetTableDefs();
+    while (State == ssTableDefs) {
+        if (AtEnd()) {
+            State = ssEnd;
+        } else if (TokenHas(tkKeyword) && !GetScanner().InQuote) {
+            if (IsJoinDef(GetScanner().Token)) {
+                DoParseJoinDef();
+                while (State != ssError && TokenIs("AND"))
+                    DoParseJoinDef();
+                if (State != ssError && IsConstInJoin())
+                    Tables.UpdateJoinsWithConsts();
+                if (State != ssError && TokenIs(","))
+                    NextToken();
+            } else if (TokenIs("WHERE")) {
+                State = ssWhere;
+            } else if (TokenIs("GROUP") && NextTokenIs("BY")) {
+                NextToken();
+                State = ssGroupBy;
+            } else if (TokenIs("HAVING")) {
+                State = ssHaving;
+            } else if (TokenIs("ORDER") && NextTokenIs("BY")) {
+                NextToken();
+                State = ssOrderBy;
+            } else {
+                State = ssAppendix;
+            }
+        } else if (IsIntersected(GetScanner().TokenKinds, {tkIdent, tkString})) {
+            DoParseTableDef();
+            if (State != ssError && TokenIs(","))
+                NextToken();
+        } else {
+            // Only a name can be a table reference.
+            Fail();
+        }
+    }
+    if (State == ssError)
+        Tables.Clear();
+    else if (IsConstInJoin())
+        Tables.UpdateJoinsWithConsts();
+}
+
+void TZvSelectParser::DoParseTableDef() {
+    TZvTableDef Scratch;
+    Scratch.SetParser(this);
+    Scratch.SetName(TokenName());
+    NextToken();
+    // owner.table and longer qualified names are one name.
+    std::string Name = Scratch.GetName();
+    while (TokenIs(".")) {
+        NextToken();
+        if (!TokenHas(tkIdent)) {
+            Fail();
+            return;
+        }
+        Name += "." + TokenName();
+        NextToken();
+    }
+    Scratch.SetName(Name);
+    if (!(TokenIs(",") || TokenIs("(") || AtEnd() || TokenHas(tkKeyword) || TokenHas(tkIdent))) {
+        Fail();
+        return;
+    }
+    if (TokenIs("(")) {
+        if (!GetEnableStoredProc()) {
+            Fail();
+            return;
+        }
+        NextToken();
+        Scratch.SetTableType(qttStoredProc);
+        DoParseProcParams(Scratch);
+        if (State == ssError)
+            return;
+        NextToken();
+    }
+    if (TokenIs("AS"))
+        NextToken();
+    if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
+        Scratch.SetAlias(TokenAlias());
+        NextToken();
+    }
+    MergeTableDef(Scratch);
+    // A cross join is one more entry of the FROM list, like a comma, with no join.
+    if (IsCrossJoinAhead()) {
+        NextToken();
+        NextToken();
+    }
+}
+
+bool TZvSelectParser::IsCrossJoinAhead() {
+    return TokenIs("CROSS") && NextTokenIs("JOIN");
+}
+
+// An entry named earlier by a qualified column of the field list is completed; otherwise the
+// entry is added. Either way it becomes the current left-hand table of the join reader.
+void TZvSelectParser::MergeTableDef(const TZvTableDef& Scratch) {
+    TZvTableDefs& Tables = GetTableDefs();
+    TZvTableDef* Table =
+        Scratch.GetAlias().empty() ? Tables.FindByName(Scratch.GetName()) : Tables.FindByAlias(Scratch.GetAlias());
+    if (Table != nullptr) {
+        TZvFieldDefs& Fields = Table->GetFieldDefs();
+        const TZvFieldDefs& NewFields = Scratch.GetFieldDefs();
+        for (int I = 0; I < NewFields.Count(); ++I)
+            Fields.Add()->Assign(*NewFields.Items(I));
+        Table->SetTableType(Scratch.GetTableType());
+        Table->SetName(Scratch.GetName());
+        Table->SetAlias(Scratch.GetAlias());
+    } else {
+        Table = Tables.Add();
+        Table->Assign(Scratch);
+    }
+    LeftHandTable = Table->GetPrefix();
+    JoinedTable = Table;
+}
+
+// Parameters are literals (kept as values of their type), ":name" references (bound by name,
+// value unassigned) or NULL; each becomes an input field of the procedure's table.
+void TZvSelectParser::DoParseProcParams(TZvTableDef& Table) {
+    TZvFieldDefs& Params = Table.GetFieldDefs();
+    int Number = 0;
+    while (!TokenIs(")")) {
+        if (AtEnd()) {
+            Fail();
+            return;
+        }
+        TZvFieldDef* Param = Params.Add();
+        Param->SetUsage(3);
+        ++Number;
+        if (TokenIs(":")) {
+            NextToken();
+            Param->SetName(TokenName());
+        } else {
+            Param->SetName("PARAM" + std::to_string(Number));
+            if (TokenIs("NULL")) {
+                Param->SetValue(TZvValue::Null());
+            } else if (TokenHas(tkInteger)) {
+                Param->SetDataType(ftInteger);
+                Param->SetValue(TZvValue(GetScanner().Token));
+            } else if (TokenHas(tkFloat)) {
+                Param->SetDataType(ftFloat);
+                Param->SetValue(TZvValue(GetScanner().Token));
+            } else if (TokenHas(tkString)) {
+                Param->SetDataType(ftString);
+                Param->SetValue(TZvValue(TokenName()));
+            } else {
+                Fail();
+                return;
+            }
+        }
+        NextToken();
+        if (TokenIs(","))
+            NextToken();
+        else if (!TokenIs(")")) {
+            Fail();
+            return;
+        }
+    }
+}
+
+void TZvSelectParser::DoParseJoinDef() {
+    const bool Continuation = TokenIs("AND");
+    if (!Continuation && !ReadJoinKeywords())
+        return;
+    TZvTableDefs& Tables = GetTableDefs();
+    if (!Continuation) {
+        const std::string Before = LeftHandTable;
+        if (Tables.FindByAlias(Before) == nullptr || !IsIntersected(GetScanner().TokenKinds, {tkIdent, tkString})) {
+            Fail();
+            return;
+        }
+        DoParseTableDef();
+        if (State == ssError)
+            return;
+        LeftHandTable = Before;
+        if (!TokenIs("ON")) {
+            Fail();
+            return;
+        }
+    }
+    NextToken();
+    while (TokenIs("("))
+        NextToken();
+    TZvFunctionDef Left, Right;
+    const std::string LeftTable = ReadJoinOperand(Left);
+    if (State == ssError)
+        return;
+    if (!TokenHas(tkComparison)) {
+        Fail();
+        return;
+    }
+    const std::string Operator = GetScanner().Token;
+    NextToken();
+    const std::string RightTable = ReadJoinOperand(Right);
+    if (State == ssError)
+        return;
+    while (TokenIs(")"))
+        NextToken();
+    PlaceJoin(Left, LeftTable, Right, RightTable, Operator);
+}
+
+// The join's keywords up to and including "JOIN"; false (with the state ssError) when they are
+// not a join.
+bool TZvSelectParser::ReadJoinKeywords() {
+    LastJoinKind = zvjInnerJoin;
+    if (TokenIs("LEFT") || TokenIs("RIGHT") || TokenIs("FULL")) {
+        LastJoinKind = TokenIs("LEFT") ? zvjLOuterJoin : TokenIs("RIGHT") ? zvjROuterJoin : zvjFOuterJoin;
+        NextToken();
+        if (TokenIs("OUTER"))
+            NextToken();
+    } else if (TokenIs("INNER")) {
+        NextToken();
+    }
+    if (!TokenIs("JOIN")) {
+        Fail();
+        return false;
+    }
+    NextToken();
+    return true;
+}
+
+// One side of a join condition, stopping at a keyword, a comparison or a special token. Returns
+// the table reference of a column operand (empty for a constant or an unqualified name).
+std::string TZvSelectParser::ReadJoinOperand(TZvFunctionDef& Operand) {
+    if (AtEnd() || (TokenHas(tkKeyword) && !TokenHas(tkFunction)) || TokenHas(tkComparison)) {
+        Fail();
+        return {};
+    }
+    Operand.SetParser(this);
+    return DoParseExpression(Operand, 0);
+}
+
+// Finds the table of a join operand: a qualified column of a table of the statement.
+TZvTableDef* TZvSelectParser::FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef) {
+    if (TableRef.empty() || Operand.GetKind() != fkIdentifier || Operand.GetName().empty())
+        return nullptr;
+    TZvTableDefs& Tables = GetTableDefs();
+    TZvTableDef* Table = Tables.FindByAlias(TableRef);
+    return Table != nullptr ? Table : Tables.FindByName(TableRef);
+}
+
+// Stores the condition as a join of one of its two tables (see inside for which), after the
+// validity check: both operands must name columns of tables of the statement, or, where the
+// dialect writes constants into join conditions, at least one.
+void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& LeftRef,
+                                const TZvFunctionDef& Right, const std::string& RightRef,
+                                const std::string& Operator) {
+    TZvTableDef* LeftTable = FindJoinTable(Left, LeftRef);
+    TZvTableDef* RightTable = FindJoinTable(Right, RightRef);
+    const bool Admissible = IsConstInJoin() ? (LeftTable != nullptr || RightTable != nullptr)
+                                       : (LeftTable != nullptr && RightTable != nullptr);
+    if (!Admissible || Left.GetScript().empty() || Right.GetScript().empty()) {
+        Fail(zvpeInadmissibleJoin);
+        return;
+    }
+    if (LeftTable == nullptr || RightTable == nullptr) {
+        // Against a constant: the column's table holds the join, the constant is its far side,
+        // and Swapped writes the operands back in the order they were written.
+        const bool ConstFirst = LeftTable == nullptr;
+        AddJoin(ConstFirst ? *RightTable : *LeftTable, ConstFirst ? Right : Left, ConstFirst ? Left : Right,
+                nullptr, Operator, ConstFirst);
+        return;
+    }
+    TZvTableDef* Current = GetTableDefs().FindByAlias(LeftHandTable);
+    bool Swap;
+    if (LeftTable == Current) {
+        Swap = false;
+    } else if (RightTable == Current) {
+        Swap = true;
+    } else {
+        // Neither operand names the current left-hand table. The join goes to the operand's
+        // table that was in the FROM list before this join, not to the table the join has just
+        // read: each joined table is then written once, in the chain of the table that joins it,
+        // and the table an outer join keeps still stands before the JOIN keyword. Only when both
+        // or neither operand belong to the table just read does the left operand's table (when
+        // it has a name) receive it. The receiving table becomes the current left-hand table.
+        if ((LeftTable == JoinedTable) != (RightTable == JoinedTable))
+            Swap = LeftTable == JoinedTable;
+        else
+            Swap = LeftTable->GetName().empty();
+        LeftHandTable = (Swap ? RightTable : LeftTable)->GetPrefix();
+    }
+    if (Swap)
+        AddJoin(*RightTable, Right, Left, LeftTable, MirroredComparison(Operator), false);
+    else
+        AddJoin(*LeftTable, Left, Right, RightTable, Operator, false);
+}
+
+// Target is null for a join against a constant, whose far side is then the constant's text and
+// whose target is settled when the constant joins are distributed.
+void TZvSelectParser::AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,
+                              const TZvTableDef* Target, const std::string& Operator, bool Swapped) {
+    TZvJoinDef* Join = Owner.GetJoinDefs().Add();
+    Join->SetLeftField(Near.GetName());
+    if (Target != nullptr) {
+        Join->SetTableAlias(Target->GetPrefix());
+        Join->SetRightField(Far.GetName());
+    } else {
+        Join->SetRightField(Far.GetScript());
+        Join->SetRightConst(true);
+    }
+    Join->SetOperator(Operator);
+    Join->SetSwapped(Swapped);
+    Join->SetPending(true);
+    Join->SetKind(LastJoinKind);
+}
+
+} // namespace zv

@@ -1,0 +1,305 @@
+// The statement reader's driver and clause handlers: the state machine over the clauses of one
+// SELECT statement, GROUP BY and ORDER BY items, error reporting, and the token helpers the
+// handlers share. The FROM list and joins are read in ZvSelectParserFrom.cpp, expressions and
+// conditions in ZvSelectParserExpr.cpp.
+#include "ZvSelectParser.h"
+
+#include "ZvCriteria.h"
+#include "ZvErrors.h"
+#include "ZvTableDefs.h"
+#include "ZvUtils.h"
+
+namespace zv {
+
+// --- token helpers ---------------------------------------------------------------------------
+
+bool TZvSelectParser::TokenIs(std::string_view Word) {
+    TZvSQLScanner& S = GetScanner();
+    return !S.InQuote && SameText(S.Token, Word);
+}
+
+std::string TZvSelectParser::TokenSource() {
+    TZvSQLScanner& S = GetScanner();
+    if (!S.InQuote)
+        return S.Token;
+    const auto Start = static_cast<std::size_t>(S.TokenPos - 2);
+    const auto End = std::min(static_cast<std::size_t>(S.Position), S.Expression.size());
+    return S.Expression.substr(Start, End - Start);
+}
+
+std::string TZvSelectParser::TokenName() {
+    TZvSQLScanner& S = GetScanner();
+    if (!S.InQuote || S.Token.empty() || S.Token.front() == S.GetIdentQuote())
+        return S.Token;
+    // Quoted content keeps a doubled quote as two characters until it is unquoted here.
+    std::string Name;
+    Name.reserve(S.Token.size());
+    for (std::size_t I = 0; I < S.Token.size(); ++I) {
+        Name += S.Token[I];
+        if (S.Token[I] == S.QuoteChar && I + 1 < S.Token.size() && S.Token[I + 1] == S.QuoteChar)
+            ++I;
+    }
+    return Name;
+}
+
+std::string TZvSelectParser::TokenAlias() {
+    TZvSQLScanner& S = GetScanner();
+    const std::string Name = TokenName();
+    if (!S.InQuote || !S.NeedQuotes(Name))
+        return Name;
+    const char Open = S.GetIdentQuote();
+    return QuoteString(Name, Open, S.GetQuotePair(Open));
+}
+
+void TZvSelectParser::Fail(std::int32_t Type) {
+    if (Type != 0)
+        ErrorType = Type;
+    State = ssError;
+}
+
+// --- driver --------------------------------------------------------------------------------------
+
+void TZvSelectParser::SetExpression(std::string_view Text) {
+    TZvSQLScanner& S = GetScanner();
+    S.Expression.assign(Text);
+    S.Length = static_cast<std::int32_t>(S.Expression.size());
+    DoParse();
+}
+
+void TZvSelectParser::DoParse() {
+    Valid = true;
+    Clear();
+    State = ssBegin;
+    ErrorType = 0;
+    LastJoinKind = zvjInnerJoin;
+    LeftHandTable.clear();
+    TZvSQLScanner& S = GetScanner();
+    try {
+        S.TokenKinds = TTokenKinds{};
+        S.GetFirstToken();
+        while (State != ssError && State != ssEnd) {
+            RunStateHandler();
+            if (State == ssError)
+                break;
+            if (AtEnd())
+                State = ssEnd;
+            else if (State != ssFieldDefs && State != ssTableDefs && State != ssAppendix)
+                NextToken();
+        }
+    } catch (const EZvParserError& E) {
+        // The scanner's own error (a quote left open) leaves through the one reporting path too.
+        GetTableDefs().Clear();
+        ProcessError(E.GetErrorType(), E.GetToken(), E.GetPosition() + static_cast<std::int32_t>(E.GetToken().size()),
+                     E.GetLine());
+        return;
+    }
+    if (State == ssError) {
+        GetTableDefs().Clear();
+        const std::int32_t Type = ErrorType != 0 ? ErrorType : GetErrorTypeByToken(S.Token);
+        ProcessError(Type, S.Token, S.Column, S.Line);
+    }
+}
+
+void TZvSelectParser::RunStateHandler() {
+    switch (State) {
+    case ssBegin: DoParseBegin(); break;
+    case ssSelect: DoParseSelectClause(); break;
+    case ssFieldDefs: DoParseFieldDefs(); break;
+    case ssInto: DoParseIntoClause(); break;
+    case ssFrom: DoParseFromClause(); break;
+    case ssTableDefs: DoParseTableDefs(); break;
+    case ssWhere: DoParseWhereClause(); break;
+    case ssGroupBy: DoParseGroupByClause(); break;
+    case ssHaving: DoParseHavingClause(); break;
+    case ssOrderBy: DoParseOrderByClause(); break;
+    case ssAppendix: DoParseAppendix(); break;
+    default: State = ssError; break;
+    }
+}
+
+std::int32_t TZvSelectParser::GetErrorTypeByToken(const std::string& Token) {
+    return Token.empty() ? zvpeUnexpectedEnd : zvpeInvalidToken;
+}
+
+void TZvSelectParser::RaiseError(std::int32_t Type, const std::string& Token, std::int32_t Column,
+                                 std::int32_t Line) {
+    ProcessError(Type, Token, Column, Line);
+}
+
+void TZvSelectParser::ProcessError(std::int32_t Type, const std::string& Token, std::int32_t Column,
+                                   std::int32_t Line) {
+    Valid = false;
+    const EZvParserError Error(Type, Token, Column - static_cast<std::int32_t>(Token.size()), Line);
+    if (OnParserError) {
+        OnParserError(*this, Error.what(), Error.GetPosition(), Error.GetLine(), Error.GetToken());
+        return;
+    }
+    throw Error;
+}
+
+// --- clause handlers -----------------------------------------------------------------------------
+
+void TZvSelectParser::DoParseBegin() {
+    State = TokenIs("SELECT") ? ssSelect : ssError;
+}
+
+void TZvSelectParser::DoParseSelectClause() {
+    if (TokenIs("DISTINCT")) {
+        SetDistinct(true);
+        NextToken();
+    }
+    const bool Starts = TokenIs("*") || TokenIs("(") ||
+                        IsIntersected(GetScanner().TokenKinds,
+                                      {tkFunction, tkInteger, tkFloat, tkString, tkIdent, tkBoolean});
+    State = Starts ? ssFieldDefs : ssError;
+}
+
+// SELECT ... INTO is not accepted.
+void TZvSelectParser::DoParseIntoClause() {
+    State = ssError;
+}
+
+void TZvSelectParser::DoParseFieldDefs() {
+    while (State != ssError && State != ssEnd && State != ssFrom) {
+        if (AtEnd()) {
+            State = ssEnd;
+        } else if (GetScanner().TokenKinds == TTokenKinds{tkKeyword}) {
+            State = TokenIs("FROM") ? ssFrom : ssError;
+        } else {
+            DoParseFieldDef();
+            if (State == ssError)
+                break;
+            if (TokenIs(","))
+                NextToken();
+            else if (TokenIs(")"))
+                Fail();
+        }
+    }
+    if (State == ssError) {
+        GetTableDefs().Clear();
+        return;
+    }
+    DropLoneStar();
+}
+
+// A star as the whole field list means all fields, with no field entries. The star stands in the
+// table that holds expressions naming no table; when that holder is the only table, it goes as a
+// whole, since nothing else refers to it yet.
+void TZvSelectParser::DropLoneStar() {
+    TZvTableDefs& Tables = GetTableDefs();
+    if (Tables.Count() != 1 || Trim(Tables.Items(0)->GetFieldDefs().GetScript()) != "*")
+        return;
+    if (Tables.Items(0)->IsEmptyName())
+        Tables.Clear();
+    else
+        Tables.Items(0)->GetFieldDefs().Clear();
+}
+
+void TZvSelectParser::DoParseFromClause() {
+    State = IsIntersected(GetScanner().TokenKinds, {tkIdent, tkString}) ? ssTableDefs : ssError;
+}
+
+void TZvSelectParser::DoParseWhereClause() {
+    DoParseCriterions(GetWhereItems());
+    if (State == ssError)
+        return;
+    if (AtEnd()) {
+        State = ssEnd;
+    } else if (TokenIs("GROUP")) {
+        // The word after GROUP is read for real here (not looked at ahead as in the FROM list).
+        NextToken();
+        State = TokenIs("BY") ? ssGroupBy : ssAppendix;
+    } else if (TokenIs("HAVING")) {
+        State = ssHaving;
+    } else if (TokenIs("ORDER")) {
+        NextToken();
+        State = TokenIs("BY") ? ssOrderBy : ssAppendix;
+    } else {
+        State = ssAppendix;
+    }
+}
+
+void TZvSelectParser::DoParseHavingClause() {
+    DoParseCriterions(GetHavingItems());
+    if (State == ssError)
+        return;
+    if (AtEnd()) {
+        State = ssEnd;
+    } else if (TokenIs("ORDER")) {
+        NextToken();
+        State = TokenIs("BY") ? ssOrderBy : ssAppendix;
+    } else {
+        State = ssAppendix;
+    }
+}
+
+// The generic reader knows no trailing clause.
+void TZvSelectParser::DoParseAppendix() {
+    State = ssError;
+}
+
+// True when the look-ahead sees Word (not quoted) as the next token.
+bool TZvSelectParser::NextTokenIs(std::string_view Word) {
+    TZvSQLScanner& S = GetScanner();
+    S.GetTokenPlus();
+    return SameText(S.TokenPlus, Word) && S.TokenKindsPlus.Contains(tkKeyword);
+}
+
+// An item of GROUP BY or ORDER BY: consecutive tokens joined without blanks while the item is
+// empty, ends with "." or the token is ".", so that a qualified name is one item. Stops at the
+// first token that would not continue the item, which is left current.
+std::string TZvSelectParser::ReadListItem() {
+    std::string Item;
+    while (!AtEnd() && (Item.empty() || Item.back() == '.' || TokenIs("."))) {
+        Item += TokenSource();
+        NextToken();
+    }
+    return Item;
+}
+
+void TZvSelectParser::DoParseGroupByClause() {
+    TZvGroupByItems& GroupBy = GetGroupByItems();
+    while (!AtEnd() && !TokenHas(tkKeyword)) {
+        const std::string Item = ReadListItem();
+        if (!AtEnd() && !TokenIs(",") && !TokenHas(tkKeyword)) {
+            Fail();
+            return;
+        }
+        if (GroupBy.IndexOf(Item) < 0)
+            GroupBy.Add(Item);
+        if (TokenIs(","))
+            NextToken();
+    }
+    if (AtEnd()) {
+        State = ssEnd;
+    } else if (TokenIs("HAVING")) {
+        State = ssHaving;
+    } else if (TokenIs("ORDER") && NextTokenIs("BY")) {
+        NextToken();
+        State = ssOrderBy;
+    } else {
+        State = ssAppendix;
+    }
+}
+
+void TZvSelectParser::DoParseOrderByClause() {
+    TZvOrderByItems& OrderBy = GetOrderByItems();
+    while (!AtEnd() && !TokenHas(tkKeyword)) {
+        const std::string Item = ReadListItem();
+        TZvOrderKind Kind = okAsc;
+        if (TokenIs("ASC") || TokenIs("DESC")) {
+            Kind = TokenIs("DESC") ? okDesc : okAsc;
+            NextToken();
+        }
+        OrderBy.AddOrdered(Item, Kind);
+        if (TokenIs(",")) {
+            NextToken();
+        } else if (!AtEnd() && !TokenHas(tkKeyword)) {
+            Fail();
+            return;
+        }
+    }
+    State = AtEnd() ? ssEnd : ssAppendix;
+}
+
+} // namespace zv

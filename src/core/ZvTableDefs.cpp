@@ -1,0 +1,522 @@
+// Tables of the FROM list and the statement-wide bookkeeping: positions of the SELECT list,
+// unique aliases, and the repair of references after renames and deletions.
+#include "ZvTableDefs.h"
+
+#include "ZvCriteria.h"
+#include "ZvScanner.h"
+#include "ZvSelectParser.h"
+#include "ZvUtils.h"
+
+#include <algorithm>
+#include <cassert>
+#include <unordered_set>
+
+namespace zv {
+
+// ---- TZvTableDef ----------------------------------------------------------------------------
+
+TZvTableDef::TZvTableDef() = default;
+TZvTableDef::~TZvTableDef() = default;
+
+void TZvTableDef::Assign(const TZvCollectionItem& Source) {
+    const auto* T = dynamic_cast<const TZvTableDef*>(&Source);
+    if (!T || T == this)
+        return;
+    // Values are copied as they are: copying a table is not renaming one, so no reference of
+    // the statement is rewritten.
+    Alias = T->Alias;
+    GetFieldDefs().Assign(T->GetFieldDefs());
+    Name = T->Name;
+    TableType = T->TableType;
+}
+
+void TZvTableDef::SetParser(TZvSelectParser* Value) {
+    TZvCollectionItem::SetParser(Value);
+    if (FieldDefs)
+        FieldDefs->SetParser(Value);
+    if (JoinDefs)
+        JoinDefs->SetParser(Value);
+}
+
+void TZvTableDef::SetAlias(std::string_view Value) {
+    if (Alias == Value)
+        return;
+    const std::string Old = Alias;
+    TZvTableDefs* Tables = GetTableDefs();
+    if (Tables)
+        Tables->UpdateTableAlias(Old, Value);
+    if (TZvSelectParser* Parser = GetParser()) {
+        TZvSQLScanner& Scanner = Parser->GetScanner();
+        const char L = Scanner.GetIdentQuote();
+        const char R = Scanner.GetQuotePair(L);
+        const bool CaseSensitive = Parser->GetCaseSensitiveIdentifiers();
+        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
+        OrderBy.BeginUpdate();
+        for (int I = 0; I < OrderBy.Count(); ++I) {
+            std::string Entry = OrderBy.Get(I);
+            const std::string TablePart = ExtractTableName(Entry, L, R);
+            if (Trim(ExtractFieldName(Entry, L, R)).empty() || TablePart.empty())
+                continue;
+            // An entry qualified by another table's alias stays, even if it spells the old one.
+            bool OtherTable = false;
+            for (int T = 0; Tables && T < Tables->Count() && !OtherTable; ++T)
+                OtherTable = Tables->Items(T) != this && SameIdentifier(TablePart, Tables->Items(T)->Alias);
+            if (OtherTable || !SameIdentifier(TablePart, Old))
+                continue;
+            const int Pos = ZvPos(TablePart, Entry, CaseSensitive);
+            if (Pos > 0) {
+                Entry.replace(static_cast<std::size_t>(Pos - 1), TablePart.size(), ProcessAlias(Value));
+                OrderBy.Put(I, Entry);
+            }
+        }
+        OrderBy.EndUpdate();
+    }
+    Alias = std::string(Value);
+}
+
+void TZvTableDef::SetName(std::string_view Value) {
+    if (Name == Value)
+        return;
+    // An empty alias is filled in directly: going through SetAlias would treat "" as a name that
+    // joins and ORDER BY entries could refer to (a join against a constant has no target yet).
+    if (Alias.empty())
+        Alias = std::string(Value);
+    else if (Alias == Name)
+        SetAlias(Value);
+    Name = std::string(Value);
+}
+
+TZvFieldDefs& TZvTableDef::GetFieldDefs() const {
+    if (!FieldDefs) {
+        FieldDefs = CreateFieldDefs();
+        FieldDefs->SetParser(GetOwnParser());
+    }
+    return *FieldDefs;
+}
+
+TZvJoinDefs& TZvTableDef::GetJoinDefs() const {
+    if (!JoinDefs) {
+        JoinDefs = CreateJoinDefs();
+        JoinDefs->SetParser(GetOwnParser());
+    }
+    return *JoinDefs;
+}
+
+void TZvTableDef::SetFieldDefs(const TZvFieldDefs& Value) {
+    GetFieldDefs().Assign(Value);
+}
+
+void TZvTableDef::SetJoinDefs(const TZvJoinDefs& Value) {
+    GetJoinDefs().Assign(Value);
+}
+
+bool TZvTableDef::IsEmptyName() const {
+    return Trim(Name).empty() && Trim(Alias).empty();
+}
+
+std::string TZvTableDef::ProcessAlias(std::string_view S) const {
+    TZvSQLScanner* Scanner = GetScanner();
+    if (Scanner && Scanner->GetProcessAliases())
+        return Scanner->ProcessName(S);
+    return std::string(S);
+}
+
+TZvTableDefs* TZvTableDef::GetTableDefs() const {
+    return dynamic_cast<TZvTableDefs*>(GetCollection());
+}
+
+std::unique_ptr<TZvFieldDefs> TZvTableDef::CreateFieldDefs() const {
+    // Made lazily from const readers too; the list only records its owner.
+    return std::make_unique<TZvFieldDefs>(const_cast<TZvTableDef*>(this), ItemClassOf<TZvFieldDef>());
+}
+
+std::unique_ptr<TZvJoinDefs> TZvTableDef::CreateJoinDefs() const {
+    return std::make_unique<TZvJoinDefs>(const_cast<TZvTableDef*>(this), ItemClassOf<TZvJoinDef>());
+}
+
+void TZvTableDef::FindFieldsWOPrefix(const TZvDataSet& DataSet) {
+    TZvTableDefs* Tables = GetTableDefs();
+    if (!Tables)
+        return;
+    TZvTableDef* Holder = nullptr;
+    for (int I = 0; I < Tables->Count() && !Holder; ++I)
+        if (Tables->Items(I)->Name.empty())
+            Holder = Tables->Items(I);
+    if (!Holder || Holder == this)
+        return;
+    TZvFieldDefs& From = Holder->GetFieldDefs();
+    TZvFieldDefs& To = GetFieldDefs();
+    for (int I = From.Count() - 1; I >= 0; --I) {
+        TZvFieldDef* Moving = From.Items(I);
+        if ((Moving->GetKind() != fkUnknown && Moving->GetKind() != fkIdentifier) ||
+            !DataSet.FindField(Moving->GetName()))
+            continue;
+        int At = To.Count();
+        for (int J = 0; J < To.Count(); ++J)
+            if (To.Items(J)->GetAbsIndex() > Moving->GetAbsIndex()) {
+                At = J;
+                break;
+            }
+        TZvFieldDef* Moved = To.Insert(At);
+        Moved->Assign(*Moving);
+        Tables->TakeOverPosition(Moved, Moving);
+        // The field moves rather than goes, so nothing that names it (an ORDER BY entry by its
+        // alias) is dropped: the moving field leaves without its clean-up rules.
+        Tables->AliasRemoved(Moving->GetAlias());
+        From.RemoveItemsIf([Moving](const TZvCollectionItem& Item) { return &Item == Moving; });
+    }
+}
+
+std::string TZvTableDef::GetProcParamString() const {
+    std::string Text;
+    const TZvFieldDefs& Fields = GetFieldDefs();
+    for (int I = 0; I < Fields.Count(); ++I) {
+        const TZvFieldDef* Field = Fields.Items(I);
+        if (Field->IsSelected())
+            continue;
+        // The separator follows the text, not the count: a parameter whose literal comes out
+        // empty is not followed by a separator of its own.
+        if (!Text.empty())
+            Text += ", ";
+        Text += ParamLiteral(*Field);
+    }
+    TZvSelectParser* Parser = GetParser();
+    if (!Text.empty() || (Parser && Parser->IsProcEmptyInputParamsBracket()))
+        Text = "(" + Text + ")";
+    return Text;
+}
+
+std::string TZvTableDef::ParamLiteral(const TZvFieldDef& Field) const {
+    const TZvValue& Value = Field.GetValue();
+    if (Value.IsUnassigned())
+        return ":" + Field.GetName();
+    if (Value.IsNull())
+        return "NULL";
+    TZvSQLScanner* Scanner = GetScanner();
+    auto Quote = [Scanner](const std::string& S) {
+        return Scanner ? Scanner->QuoteStr(S) : QuoteLiteralWithoutScanner(S);
+    };
+    switch (Field.GetDataType()) {
+    case ftString:
+    case ftFixedChar:
+    case ftWideString:
+    case ftBytes:
+    case ftVarBytes:
+    case ftBlob:
+    case ftMemo:
+    case ftGraphic:
+    case ftGuid:
+        return Quote(Value.ToString());
+    case ftBoolean: {
+        const std::optional<bool> Flag = Value.ToBoolean();
+        if (!Flag)
+            return Value.ToString();
+        // A dialect without Boolean literals has empty texts; the standard words stand in.
+        const std::string Literal = Scanner ? Scanner->GetBooleans(*Flag) : std::string();
+        return Literal.empty() ? (*Flag ? "TRUE" : "FALSE") : Literal;
+    }
+    case ftDate:
+    case ftTime:
+    case ftDateTime:
+    case ftTimeStamp: {
+        // A timestamp is a date-and-time value too; text is taken as the user wrote it.
+        const std::optional<TZvDateTime> Moment = Value.IsString() ? std::nullopt : Value.ToDateTime();
+        if (!Moment)
+            return Quote(Value.ToString());
+        if (Field.GetDataType() == ftDate)
+            return Quote(Moment->DateText());
+        if (Field.GetDataType() == ftTime)
+            return Quote(Moment->TimeText());
+        return Quote(Moment->DateTimeText());
+    }
+    default:
+        // Numbers (integer, float, currency, BCD) and every other type: the value as text.
+        return Value.ToString();
+    }
+}
+
+void TZvTableDef::Removing() {
+    TZvTableDefs* Tables = GetTableDefs();
+    if (!Tables)
+        return;
+    Tables->DropJoinsTo(this);
+    TZvSelectParser* Parser = GetParser();
+    // A table without name and alias (the holder of unqualified expressions) is named by nothing,
+    // so nothing refers to it; a probe of "." alone would hit every qualified column.
+    if (Parser && !GetPrefix().empty()) {
+        const std::string Probe = Parser->GetScanner().ProcessName(GetPrefix()) + ".";
+        const bool CaseSensitive = Parser->GetCaseSensitiveIdentifiers();
+        std::vector<TZvFieldDef*> Dependent;
+        for (int T = Tables->Count() - 1; T >= 0; --T) {
+            const TZvTableDef* Other = Tables->Items(T);
+            if (Other == this)
+                continue;
+            const TZvFieldDefs& Fields = Other->GetFieldDefs();
+            for (int F = Fields.Count() - 1; F >= 0; --F)
+                if (ZvPos(Probe, Fields.Items(F)->GetScript(), CaseSensitive) > 0)
+                    Dependent.push_back(Fields.Items(F));
+        }
+        Tables->DeleteFields(Dependent, true);
+        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
+        for (int I = OrderBy.Count() - 1; I >= 0; --I)
+            if (ZvPos(Probe, OrderBy.Get(I), CaseSensitive) == 1)
+                OrderBy.Delete(I);
+        // Conditions naming the table would be left pointing at nothing.
+        DeleteCriterionsOfTable(*Parser, Probe);
+    }
+    // The table's own fields go with it; their positions close up and ORDER BY entries naming
+    // their aliases go, as the field rule says, in one pass (last field first).
+    std::vector<TZvFieldDef*> Own;
+    const TZvFieldDefs& Fields = GetFieldDefs();
+    for (int F = Fields.Count() - 1; F >= 0; --F)
+        Own.push_back(Fields.Items(F));
+    Tables->DeleteFields(Own, true);
+}
+
+// ---- TZvTableDefs ---------------------------------------------------------------------------
+
+TZvTableDefs::TZvTableDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
+    : TZvCollection(AOwner, std::move(AItemClass)) {
+    SetParser(dynamic_cast<TZvSelectParser*>(AOwner));
+}
+
+TZvTableDefs::~TZvTableDefs() {
+    // The tables go while the bookkeeping they might reach still exists.
+    Positions.clear();
+    ClearItems();
+}
+
+void TZvTableDefs::Clear() {
+    Positions.clear();
+    AliasUse.clear();
+    AliasIndexValid = false;
+    ClearItems();
+}
+
+void TZvTableDefs::EndUpdate() {
+    TZvCollection::EndUpdate();
+    if (GetUpdateCount() == 0)
+        UpdateFieldAliases();
+}
+
+TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
+    for (int I = 0; I < Count(); ++I)
+        if (SameIdentifier(Items(I)->GetAlias(), S))
+            return Items(I);
+    return nullptr;
+}
+
+TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
+    for (int I = 0; I < Count(); ++I)
+        if (SameIdentifier(Items(I)->GetName(), S))
+            return Items(I);
+    return nullptr;
+}
+
+TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
+    if (Index < 0 || Index >= GetFieldCount())
+        return nullptr;
+    return Positions[static_cast<std::size_t>(Index)];
+}
+
+std::string TZvTableDefs::GetUniqueAlias(std::string_view Base, bool ForceNumber) {
+    TZvSelectParser* Parser = GetParser();
+    const std::string Stem = Parser && Parser->IsLowerCaseAliases() ? LowerCase(Base) : std::string(Base);
+    std::string Candidate = Stem;
+    int Counter = 0;
+    while (ForceNumber || IsAliasInUse(Candidate)) {
+        Candidate = Stem + std::to_string(++Counter);
+        ForceNumber = false;
+    }
+    return Candidate;
+}
+
+bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
+    if (!Table)
+        return false;
+    for (int T = 0; T < Count(); ++T) {
+        const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+        for (int J = 0; J < Joins.Count(); ++J)
+            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Table->GetAlias()))
+                return true;
+    }
+    return false;
+}
+
+void TZvTableDefs::UpdateJoins() {
+    DropJoinsTo(nullptr);
+}
+
+void TZvTableDefs::UpdateTableAlias(std::string_view OldAlias, std::string_view NewAlias) {
+    for (int T = 0; T < Count(); ++T) {
+        TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+        for (int J = 0; J < Joins.Count(); ++J)
+            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), OldAlias))
+                Joins.Items(J)->SetTableAlias(std::string(NewAlias));
+    }
+}
+
+void TZvTableDefs::UpdateFieldAliases() {
+    const bool Exact = CaseSensitive();
+    for (int T = 0; T < Count(); ++T) {
+        const TZvFieldDefs& Fields = Items(T)->GetFieldDefs();
+        if (Fields.Count() < 2)
+            continue;
+        // The fields of this table by alias, in index order, so that "the first field whose alias
+        // is this name" costs a hash look-up instead of a scan of the table.
+        std::unordered_map<std::string, std::vector<int>> ByAlias;
+        for (int F = 0; F < Fields.Count(); ++F)
+            ByAlias[AliasKey(Fields.Items(F)->GetAlias(), Exact)].push_back(F);
+        for (int F = 0; F < Fields.Count(); ++F) {
+            TZvFieldDef* Field = Fields.Items(F);
+            const auto Found = ByAlias.find(AliasKey(Field->GetName(), Exact));
+            if (Found == ByAlias.end() || Found->second.empty() || Found->second.front() == F)
+                continue;
+            const std::string NewAlias = Field->GetKind() == fkIdentifier
+                                             ? GetUniqueAlias(Field->GetName(), true)
+                                             : GetUniqueAlias("FIELD_", true);
+            std::vector<int>& Old = ByAlias[AliasKey(Field->GetAlias(), Exact)];
+            Old.erase(std::find(Old.begin(), Old.end(), F));
+            std::vector<int>& New = ByAlias[AliasKey(NewAlias, Exact)];
+            New.insert(std::lower_bound(New.begin(), New.end(), F), F);
+            Field->SetAlias(NewAlias);
+        }
+    }
+}
+
+// Positions --------------------------------------------------------------------------------------
+
+void TZvTableDefs::AppendPosition(TZvFieldDef* Field) {
+    Field->AbsIndex = GetFieldCount();
+    Positions.push_back(Field);
+}
+
+void TZvTableDefs::RemovePosition(TZvFieldDef* Field) {
+    const auto At = static_cast<std::size_t>(Field->AbsIndex);
+    assert(At < Positions.size() && Positions[At] == Field && "positions out of step with the fields");
+    Positions.erase(Positions.begin() + static_cast<std::ptrdiff_t>(At));
+    for (std::size_t I = At; I < Positions.size(); ++I)
+        Positions[I]->AbsIndex = static_cast<std::int32_t>(I);
+}
+
+void TZvTableDefs::MovePosition(TZvFieldDef* Field, std::int32_t To) {
+    const std::int32_t From = Field->AbsIndex;
+    const auto First = Positions.begin();
+    if (To > From)
+        std::rotate(First + From, First + From + 1, First + To + 1);
+    else
+        std::rotate(First + To, First + From, First + From + 1);
+    for (std::int32_t I = std::min(From, To); I <= std::max(From, To); ++I)
+        Positions[static_cast<std::size_t>(I)]->AbsIndex = I;
+}
+
+void TZvTableDefs::RemovePositions(const std::vector<TZvFieldDef*>& Fields) {
+    if (Fields.empty())
+        return;
+    const std::unordered_set<const TZvFieldDef*> Doomed(Fields.begin(), Fields.end());
+    std::erase_if(Positions, [&Doomed](const TZvFieldDef* F) { return Doomed.count(F) > 0; });
+    for (std::size_t I = 0; I < Positions.size(); ++I)
+        Positions[I]->AbsIndex = static_cast<std::int32_t>(I);
+}
+
+void TZvTableDefs::TakeOverPosition(TZvFieldDef* Field, TZvFieldDef* Old) {
+    const auto From = static_cast<std::size_t>(Field->AbsIndex);
+    const auto At = static_cast<std::size_t>(Old->AbsIndex);
+    assert(From > At && "the newcomer was appended after the field it replaces");
+    Positions[At] = Field;
+    Field->AbsIndex = Old->AbsIndex;
+    Positions.erase(Positions.begin() + static_cast<std::ptrdiff_t>(From));
+    for (std::size_t I = From; I < Positions.size(); ++I)
+        Positions[I]->AbsIndex = static_cast<std::int32_t>(I);
+    Old->AbsIndex = GetFieldCount();
+}
+
+// Alias index -----------------------------------------------------------------------------------
+
+bool TZvTableDefs::CaseSensitive() const {
+    TZvSelectParser* Parser = GetParser();
+    return !(Parser && !Parser->GetCaseSensitiveIdentifiers());
+}
+
+std::string TZvTableDefs::AliasKey(std::string_view Alias, bool Exact) const {
+    return Exact ? std::string(Alias) : UpperCase(Alias);
+}
+
+void TZvTableDefs::AliasAdded(std::string_view Alias) {
+    if (AliasIndexValid)
+        ++AliasUse[AliasKey(Alias, AliasIndexCaseSensitive)];
+}
+
+void TZvTableDefs::AliasRemoved(std::string_view Alias) {
+    if (!AliasIndexValid)
+        return;
+    const auto Found = AliasUse.find(AliasKey(Alias, AliasIndexCaseSensitive));
+    if (Found != AliasUse.end() && --Found->second <= 0)
+        AliasUse.erase(Found);
+}
+
+bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
+    // The index is rebuilt when the case rule changed since it was built: a dialect may derive
+    // the rule from settings that do not announce their changes.
+    const bool Exact = CaseSensitive();
+    if (!AliasIndexValid || AliasIndexCaseSensitive != Exact) {
+        AliasUse.clear();
+        AliasIndexCaseSensitive = Exact;
+        for (const TZvFieldDef* Field : Positions)
+            ++AliasUse[AliasKey(Field->GetAlias(), Exact)];
+        AliasIndexValid = true;
+    }
+    return AliasUse.count(AliasKey(Alias, Exact)) > 0;
+}
+
+// Bulk removal ----------------------------------------------------------------------------------
+
+void TZvTableDefs::DeleteFields(const std::vector<TZvFieldDef*>& Fields, bool DropOrderBy) {
+    if (Fields.empty())
+        return;
+    RemovePositions(Fields);
+    for (const TZvFieldDef* Field : Fields)
+        AliasRemoved(Field->GetAlias());
+    TZvSelectParser* Parser = GetParser();
+    if (DropOrderBy && Parser) {
+        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
+        for (const TZvFieldDef* Field : Fields) {
+            const int Entry = OrderBy.IndexOf(Field->GetAlias());
+            if (Entry >= 0)
+                OrderBy.Delete(Entry);
+        }
+    }
+    const std::unordered_set<const TZvCollectionItem*> Doomed(Fields.begin(), Fields.end());
+    std::unordered_set<TZvFieldDefs*> Lists;
+    for (const TZvFieldDef* Field : Fields)
+        Lists.insert(static_cast<TZvFieldDefs*>(Field->GetCollection()));
+    for (TZvFieldDefs* List : Lists)
+        List->RemoveItemsIf([&Doomed](const TZvCollectionItem& Item) { return Doomed.count(&Item) > 0; });
+}
+
+void TZvTableDefs::DropJoinsTo(const TZvTableDef* Leaving) {
+    auto Finds = [&](std::string_view Target) {
+        for (int T = 0; T < Count(); ++T) {
+            const TZvTableDef* Table = Items(T);
+            if (Table != Leaving && SameIdentifier(Table->GetAlias(), Target))
+                return true;
+        }
+        for (int T = 0; T < Count(); ++T) {
+            const TZvTableDef* Table = Items(T);
+            if (Table != Leaving && SameIdentifier(Table->GetName(), Target))
+                return true;
+        }
+        return false;
+    };
+    for (int T = 0; T < Count(); ++T) {
+        TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+        for (int J = 0; J < Joins.Count();) {
+            if (Finds(Joins.Items(J)->GetTableAlias()))
+                ++J;
+            else
+                Joins.Delete(J);
+        }
+    }
+}
+
+} // namespace zv

@@ -1,0 +1,472 @@
+// The statement reader: clauses, fields, tables, joins and conditions read into the model, and
+// syntax errors with their type, position and line.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ZvParser.h"
+
+using namespace zv;
+
+namespace {
+
+struct Parsed {
+    TZvSelectParser Parser;
+    explicit Parsed(const std::string& Sql) { Parser.SetExpression(Sql); }
+    TZvTableDefs& Tables() { return Parser.GetTableDefs(); }
+    TZvTableDef& Table(int I) { return *Parser.GetTableDefs().Items(I); }
+    TZvWhereItems& Where() { return Parser.GetWhereItems(); }
+};
+
+EZvParserError ParseError(const std::string& Sql) {
+    TZvSelectParser Parser;
+    try {
+        Parser.SetExpression(Sql);
+    } catch (const EZvParserError& E) {
+        EXPECT_FALSE(Parser.GetValid());
+        EXPECT_EQ(Parser.GetTableDefs().Count(), 0) << "tables are cleared after an error";
+        return E;
+    }
+    ADD_FAILURE() << "no error for: " << Sql;
+    return EZvParserError(0, "", 0, 0);
+}
+
+void ExpectError(const std::string& Sql, int Type, const std::string& Token, int Position, int Line) {
+    const EZvParserError E = ParseError(Sql);
+    EXPECT_EQ(E.GetErrorType(), Type) << Sql << ": " << E.what();
+    EXPECT_EQ(E.GetToken(), Token) << Sql;
+    EXPECT_EQ(E.GetPosition(), Position) << Sql;
+    EXPECT_EQ(E.GetLine(), Line) << Sql;
+}
+
+// The conditions of a list, as "left op right" texts.
+std::string Leaf(const TZvCriterion& C) {
+    std::string Text = C.GetLeftSide().GetName() + " " + C.GetOperatorCaption();
+    for (int I = 0; I < C.GetRightSide().Count(); ++I)
+        Text += " " + C.GetRightSide().Items(I)->GetName();
+    return Text;
+}
+
+} // namespace
+
+// --- clauses -------------------------------------------------------------------------------------
+
+TEST(TZvSelectParser, LowerCaseDistinctAfterSelectIsRead) {
+    Parsed P("select distinct a from t");
+    EXPECT_TRUE(P.Parser.GetValid());
+    EXPECT_TRUE(P.Parser.GetDistinct());
+}
+
+TEST(TZvSelectParser, SelectAloneIsAnUnexpectedEnd) {
+    const EZvParserError E = ParseError("SELECT");
+    EXPECT_EQ(E.GetErrorType(), 2);
+    EXPECT_STREQ(E.what(), "Unexpected end of statement.");
+}
+
+TEST(TZvSelectParser, StatementNotBeginningWithSelectIsAnInvalidToken) {
+    ExpectError("UPDATE T SET A = 1", 1, "UPDATE", 1, 1);
+    ExpectError("", 2, "", 1, 1);
+}
+
+TEST(TZvSelectParser, IntoIsNotAccepted) {
+    ExpectError("SELECT A INTO B FROM T", 1, "INTO", 10, 1);
+}
+
+TEST(TZvSelectParser, UnknownTrailingClauseIsAnInvalidToken) {
+    ExpectError("SELECT A FROM T FOR UPDATE", 1, "FOR", 17, 1);
+    ExpectError("SELECT A FROM T WHERE A = 1 FOR UPDATE", 1, "FOR", 29, 1);
+}
+
+TEST(TZvSelectParser, WordAfterATableIsItsAliasAndOnlyNamesAreTables) {
+    // LIMIT is no keyword of the generic dialect: it is read as the alias of T.
+    Parsed P("SELECT A FROM T LIMIT");
+    EXPECT_NE(P.Tables().FindByAlias("LIMIT"), nullptr);
+    ExpectError("SELECT A FROM T LIMIT 5", 1, "5", 23, 1);
+    ExpectError("SELECT A FROM T, (", 1, "(", 18, 1);
+}
+
+TEST(TZvSelectParser, KeywordOtherThanFromAfterTheFieldsIsAnError) {
+    ExpectError("SELECT A WHERE A = 1", 1, "WHERE", 10, 1);
+}
+
+TEST(TZvSelectParser, ClosingBracketBetweenFieldsIsAnError) {
+    ExpectError("SELECT A) FROM T", 1, ")", 9, 1);
+}
+
+TEST(TZvSelectParser, ErrorsReportTheLineAndColumnOfTheOffendingToken) {
+    ExpectError("SELECT A\r\nFROM T\r\n  WHERE A = 1\r\n  FOR UPDATE", 1, "FOR", 3, 4);
+}
+
+TEST(TZvSelectParser, UnterminatedStringGoesThroughTheErrorPath) {
+    ExpectError("SELECT A FROM T WHERE A = 'abc", 3, "abc", 28, 1);
+}
+
+TEST(TZvSelectParser, ParserErrorHandlerIsCalledInsteadOfRaising) {
+    TZvSelectParser Parser;
+    std::string Message, Token;
+    int Position = 0, Line = 0, Calls = 0;
+    Parser.OnParserError = [&](TZvSelectParser& Source, const std::string& M, int Pos, int L, const std::string& T) {
+        EXPECT_EQ(&Source, &Parser);
+        Message = M;
+        Position = Pos;
+        Line = L;
+        Token = T;
+        ++Calls;
+    };
+    EXPECT_NO_THROW(Parser.SetExpression("SELECT A FROM T GARBAGE ("));
+    EXPECT_EQ(Calls, 1);
+    EXPECT_FALSE(Parser.GetValid());
+    EXPECT_EQ(Message, "Invalid token '(' at position 25 of line 1.");
+    EXPECT_EQ(Token, "(");
+    EXPECT_EQ(Position, 25);
+    EXPECT_EQ(Line, 1);
+}
+
+TEST(TZvSelectParser, SemicolonEndsTheStatementAsTheEndOfTheText) {
+    Parsed P("SELECT A FROM T; this is ignored");
+    EXPECT_TRUE(P.Parser.GetValid());
+    ASSERT_EQ(P.Tables().Count(), 2);
+}
+
+TEST(TZvSelectParser, RaiseErrorReportsFieldNotFound) {
+    TZvSelectParser Parser;
+    try {
+        Parser.RaiseError(4, "NAME", 1 + 4, 1);
+        FAIL();
+    } catch (const EZvParserError& E) {
+        EXPECT_STREQ(E.what(), "Field 'NAME' not found.");
+        EXPECT_EQ(E.GetPosition(), 1);
+    }
+}
+
+// --- fields --------------------------------------------------------------------------------------
+
+TEST(TZvSelectParser, SumOfTwoNumbersGetsAFieldAlias) {
+    Parsed P("SELECT 1 + 2 FROM T");
+    const TZvFieldDef& F = *P.Table(0).GetFieldDefs().Items(0);
+    EXPECT_EQ(F.GetKind(), fkExpression);
+    EXPECT_EQ(F.GetName(), "1 + 2");
+    EXPECT_EQ(F.GetAlias(), "FIELD_1");
+}
+
+TEST(TZvSelectParser, ComputedFieldsAreNumberedInSelectOrder) {
+    Parsed P("SELECT 1, A, 'x', COUNT(*), B AS FIELD_2, :P FROM T");
+    const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
+    ASSERT_EQ(F.Count(), 6);
+    EXPECT_EQ(F.Items(0)->GetAlias(), "FIELD_1");
+    EXPECT_EQ(F.Items(1)->GetAlias(), "");
+    EXPECT_EQ(F.Items(2)->GetAlias(), "FIELD_2");
+    EXPECT_EQ(F.Items(3)->GetAlias(), "FIELD_3");
+    EXPECT_EQ(F.Items(4)->GetAlias(), "FIELD_2");
+    EXPECT_EQ(F.Items(5)->GetAlias(), "FIELD_4");
+    EXPECT_EQ(F.Items(5)->GetKind(), fkParameter);
+    EXPECT_EQ(F.Items(5)->GetName(), "P");
+}
+
+TEST(TZvSelectParser, StarOverOneTableGivesOneTableAndNoFields) {
+    Parsed P("SELECT * FROM T");
+    ASSERT_EQ(P.Tables().Count(), 1);
+    EXPECT_EQ(P.Table(0).GetName(), "T");
+    EXPECT_EQ(P.Table(0).GetFieldDefs().Count(), 0);
+}
+
+TEST(TZvSelectParser, QualifiedStarStaysAField) {
+    Parsed P("SELECT T.* FROM T");
+    ASSERT_EQ(P.Tables().Count(), 1);
+    ASSERT_EQ(P.Table(0).GetFieldDefs().Count(), 1);
+    EXPECT_EQ(P.Table(0).GetFieldDefs().Items(0)->GetName(), "*");
+}
+
+TEST(TZvSelectParser, QualifiedFieldsCreateTheirTableWhichTheFromListCompletes) {
+    Parsed P("SELECT O.ID, C.NAME AS CUSTOMER, AMOUNT FROM ORDERS O, CUSTOMERS C");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetName(), "ORDERS");
+    EXPECT_EQ(P.Table(0).GetAlias(), "O");
+    EXPECT_EQ(P.Table(1).GetName(), "CUSTOMERS");
+    EXPECT_EQ(P.Table(1).GetAlias(), "C");
+    EXPECT_EQ(P.Table(1).GetFieldDefs().Items(0)->GetAlias(), "CUSTOMER");
+    // The unqualified column waits in the table with the empty name.
+    EXPECT_TRUE(P.Table(2).IsEmptyName());
+    EXPECT_EQ(P.Table(2).GetFieldDefs().Items(0)->GetName(), "AMOUNT");
+    EXPECT_EQ(P.Table(2).GetFieldDefs().Items(0)->GetAbsIndex(), 2);
+}
+
+TEST(TZvSelectParser, AliasWithoutAsIsRead) {
+    Parsed P("SELECT A X, B AS Y, \"c d\" \"My Alias\" FROM T");
+    const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
+    ASSERT_EQ(F.Count(), 3);
+    EXPECT_EQ(F.Items(0)->GetAlias(), "X");
+    EXPECT_EQ(F.Items(1)->GetAlias(), "Y");
+    EXPECT_EQ(F.Items(2)->GetName(), "c d");
+    EXPECT_EQ(F.Items(2)->GetAlias(), "\"My Alias\"");
+}
+
+TEST(TZvSelectParser, FunctionCallsKeepTheirArguments) {
+    Parsed P("SELECT SUM(O.AMOUNT), COUNT(*), COUNT(DISTINCT O.ID), UPPER(TRIM(O.NAME)) FROM ORDERS O");
+    ASSERT_GE(P.Tables().Count(), 1);
+    const TZvFieldDefs& Own = P.Table(0).GetFieldDefs();
+    ASSERT_EQ(Own.Count(), 2);
+    EXPECT_EQ(Own.Items(0)->GetName(), "SUM");
+    EXPECT_EQ(Own.Items(0)->GetKind(), fkFunction);
+    EXPECT_EQ(Own.Items(0)->GetArguments().Items(0)->GetName(), "AMOUNT");
+    EXPECT_EQ(Own.Items(0)->GetPureScript(), "SUM(O.AMOUNT)");
+    EXPECT_EQ(Own.Items(1)->GetPureScript(), "UPPER(TRIM(O.NAME))");
+    const TZvFieldDefs& Loose = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(Loose.Count(), 2);
+    EXPECT_EQ(Loose.Items(0)->GetPureScript(), "COUNT(*)");
+    EXPECT_EQ(Loose.Items(1)->GetArguments().Items(0)->GetKind(), fkExpression);
+    EXPECT_EQ(Loose.Items(1)->GetPureScript(), "COUNT(DISTINCT O.ID)");
+}
+
+TEST(TZvSelectParser, LiteralsKeepTheirKindAndText) {
+    Parsed P("SELECT 12, 1.5, 'it''s', -3, CASE WHEN A = 1 THEN 'x' ELSE 'y' END AS K FROM T");
+    const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
+    ASSERT_EQ(F.Count(), 5);
+    EXPECT_EQ(F.Items(0)->GetKind(), fkInteger);
+    EXPECT_EQ(F.Items(1)->GetKind(), fkFloat);
+    EXPECT_EQ(F.Items(2)->GetKind(), fkString);
+    EXPECT_EQ(F.Items(2)->GetName(), "'it''s'");
+    EXPECT_EQ(F.Items(3)->GetKind(), fkInteger);
+    EXPECT_EQ(F.Items(3)->GetName(), "-3");
+    EXPECT_EQ(F.Items(4)->GetKind(), fkExpression);
+    EXPECT_EQ(F.Items(4)->GetName(), "CASE WHEN A = 1 THEN 'x' ELSE 'y' END");
+    EXPECT_EQ(F.Items(4)->GetAlias(), "K");
+}
+
+TEST(TZvSelectParser, ArithmeticAndConcatenationStayExpressionText) {
+    Parsed P("SELECT (A + B) * 2 AS S, A || ' ' || B FROM T");
+    const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
+    ASSERT_EQ(F.Count(), 2);
+    EXPECT_EQ(F.Items(0)->GetName(), "(A + B) * 2");
+    EXPECT_EQ(F.Items(1)->GetName(), "A || ' ' || B");
+    EXPECT_EQ(F.Items(1)->GetAlias(), "FIELD_1");
+}
+
+// --- FROM list -----------------------------------------------------------------------------------
+
+TEST(TZvSelectParser, QualifiedTableNamesAreOneName) {
+    Parsed P("SELECT A FROM OWNER.SCHEMA1.TAB X");
+    TZvTableDef* T = P.Tables().FindByAlias("X");
+    ASSERT_NE(T, nullptr);
+    EXPECT_EQ(T->GetName(), "OWNER.SCHEMA1.TAB");
+}
+
+TEST(TZvSelectParser, CrossJoinIsOneMoreTableWithoutAJoin) {
+    Parsed P("SELECT * FROM A CROSS JOIN B");
+    ASSERT_EQ(P.Tables().Count(), 2);
+    EXPECT_EQ(P.Table(0).GetName(), "A");
+    EXPECT_EQ(P.Table(0).GetAlias(), "A");
+    EXPECT_EQ(P.Table(1).GetName(), "B");
+    EXPECT_EQ(P.Table(0).GetJoinDefs().Count(), 0);
+    EXPECT_EQ(P.Table(1).GetJoinDefs().Count(), 0);
+}
+
+TEST(TZvSelectParser, StoredProcedureParametersBecomeInputFields) {
+    Parsed P("SELECT * FROM GET_ORDERS(:CUST, 10, 'x', NULL) G");
+    ASSERT_EQ(P.Tables().Count(), 1);
+    TZvTableDef& T = P.Table(0);
+    EXPECT_EQ(T.GetTableType(), qttStoredProc);
+    EXPECT_EQ(T.GetAlias(), "G");
+    ASSERT_EQ(T.GetFieldDefs().Count(), 4);
+    EXPECT_FALSE(T.GetFieldDefs().Items(0)->IsSelected());
+    EXPECT_EQ(T.GetFieldDefs().Items(0)->GetName(), "CUST");
+    EXPECT_EQ(T.GetProcParamString(), "(:CUST, 10, 'x', NULL)");
+}
+
+TEST(TZvSelectParser, InnerJoinWithAndGivesTwoJoinsOnTheLeftTable) {
+    Parsed P("SELECT * FROM A INNER JOIN B ON A.X = B.Y AND A.Z = B.W");
+    ASSERT_EQ(P.Tables().Count(), 2);
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 2);
+    for (int I = 0; I < 2; ++I) {
+        EXPECT_EQ(J.Items(I)->GetKind(), zvjInnerJoin);
+        EXPECT_EQ(J.Items(I)->GetTableAlias(), "B");
+        EXPECT_EQ(J.Items(I)->GetOperator(), "=");
+    }
+    EXPECT_EQ(J.Items(0)->GetLeftField(), "X");
+    EXPECT_EQ(J.Items(0)->GetRightField(), "Y");
+    EXPECT_EQ(J.Items(1)->GetLeftField(), "Z");
+    EXPECT_EQ(J.Items(1)->GetRightField(), "W");
+}
+
+TEST(TZvSelectParser, JoinKindsAreReadFromTheirKeywords) {
+    Parsed P("SELECT * FROM A LEFT OUTER JOIN B ON A.X = B.X RIGHT JOIN C ON A.X = C.X "
+             "FULL JOIN D ON (A.X = D.X) JOIN E ON A.X = E.X");
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 4);
+    EXPECT_EQ(J.Items(0)->GetKind(), zvjLOuterJoin);
+    EXPECT_EQ(J.Items(1)->GetKind(), zvjROuterJoin);
+    EXPECT_EQ(J.Items(2)->GetKind(), zvjFOuterJoin);
+    EXPECT_EQ(J.Items(3)->GetKind(), zvjInnerJoin);
+}
+
+TEST(TZvSelectParser, ConditionNamingTheRightTableFirstIsSwappedAndMirrored) {
+    Parsed P("SELECT * FROM A JOIN B ON B.Y < A.X");
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetLeftField(), "X");
+    EXPECT_EQ(J.Items(0)->GetRightField(), "Y");
+    EXPECT_EQ(J.Items(0)->GetOperator(), ">");
+}
+
+TEST(TZvSelectParser, ChainedJoinGoesToTheTableAlreadyInTheFromList) {
+    Parsed P("SELECT * FROM A JOIN B ON A.ID = B.AID JOIN C ON C.BID >= B.ID");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetJoinDefs().Count(), 1);
+    const TZvJoinDefs& OnB = P.Table(1).GetJoinDefs();
+    ASSERT_EQ(OnB.Count(), 1);
+    EXPECT_EQ(OnB.Items(0)->GetLeftField(), "ID");
+    EXPECT_EQ(OnB.Items(0)->GetTableAlias(), "C");
+    EXPECT_EQ(OnB.Items(0)->GetRightField(), "BID");
+    EXPECT_EQ(OnB.Items(0)->GetOperator(), "<=");
+    EXPECT_EQ(P.Table(2).GetJoinDefs().Count(), 0);
+}
+
+TEST(TZvSelectParser, JoinAgainstAConstantIsInadmissible) {
+    ExpectError("SELECT * FROM A JOIN B ON A.X = 5", 5, "", 34, 1);
+    ExpectError("SELECT * FROM A JOIN B ON A.X = B.Y AND A.Z = 'k' WHERE 1 = 1", 5, "WHERE", 51, 1);
+}
+
+TEST(TZvSelectParser, JoinWithoutOnOrComparisonIsAnInvalidToken) {
+    ExpectError("SELECT * FROM A JOIN B WHERE A.X = 1", 1, "WHERE", 24, 1);
+    ExpectError("SELECT * FROM A JOIN B ON A.X B.Y", 1, "B", 31, 1);
+    ExpectError("SELECT * FROM A LEFT B ON A.X = B.Y", 1, "B", 22, 1);
+    ExpectError("SELECT * FROM A JOIN B ON", 2, "", 26, 1);
+}
+
+// --- conditions ----------------------------------------------------------------------------------
+
+TEST(TZvSelectParser, EqualConnectivesFoldIntoOneGroup) {
+    Parsed P("SELECT * FROM T WHERE A = 1 AND B = 2 AND C = 3");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAll);
+    ASSERT_EQ(W.Count(), 3);
+    EXPECT_EQ(Leaf(*W.Items(0)), "A = 1");
+    EXPECT_EQ(Leaf(*W.Items(2)), "C = 3");
+}
+
+TEST(TZvSelectParser, AndBindsTighterThanOr) {
+    Parsed P("SELECT * FROM T WHERE A = 1 OR B = 2 AND C = 3");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAny);
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(Leaf(*W.Items(0)), "A = 1");
+    const TZvCriterions& Sub = W.Items(1)->GetSubItems();
+    EXPECT_EQ(Sub.GetFilter(), cfAll);
+    ASSERT_EQ(Sub.Count(), 2);
+    EXPECT_EQ(Leaf(*Sub.Items(1)), "C = 3");
+}
+
+TEST(TZvSelectParser, NotBindsTighterThanAnd) {
+    Parsed P("SELECT * FROM T WHERE NOT A = 1 AND B = 2");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAll);
+    ASSERT_EQ(W.Count(), 2);
+    const TZvCriterions& Not = W.Items(0)->GetSubItems();
+    EXPECT_EQ(Not.GetFilter(), cfNot);
+    ASSERT_EQ(Not.Count(), 1);
+    EXPECT_EQ(Leaf(*Not.Items(0)), "A = 1");
+}
+
+TEST(TZvSelectParser, BracketsKeepADifferentConnectiveNested) {
+    Parsed P("SELECT * FROM T WHERE A = 1 AND (B = 2 OR C = 3)");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAll);
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(W.Items(1)->GetSubItems().GetFilter(), cfAny);
+}
+
+TEST(TZvSelectParser, UnmatchedClosingBracketInAConditionIsAnError) {
+    ExpectError("SELECT * FROM T WHERE A = 1)", 1, ")", 28, 1);
+}
+
+TEST(TZvSelectParser, StrayCommaInAConditionIsPassedOver) {
+    Parsed P("SELECT * FROM T WHERE A = 1 , AND B = 2");
+    EXPECT_TRUE(P.Parser.GetValid());
+    EXPECT_EQ(P.Where().Count(), 2);
+}
+
+TEST(TZvSelectParser, LeadingConnectiveIsDropped) {
+    Parsed P("SELECT * FROM T WHERE AND A = 1");
+    ASSERT_EQ(P.Where().Count(), 1);
+    EXPECT_EQ(Leaf(*P.Where().Items(0)), "A = 1");
+}
+
+TEST(TZvSelectParser, MultiWordOperatorsAreRead) {
+    Parsed P("SELECT * FROM T WHERE A NOT LIKE 'x%' AND B IS NOT NULL AND C NOT BETWEEN 1 AND 5 "
+             "AND D NOT IN (1, 2, 3) AND E IS NULL AND F IN ('a')");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 6);
+    EXPECT_EQ(Leaf(*W.Items(0)), "A NOT LIKE 'x%'");
+    EXPECT_EQ(Leaf(*W.Items(1)), "B IS NOT NULL");
+    EXPECT_EQ(Leaf(*W.Items(2)), "C NOT BETWEEN 1 5");
+    EXPECT_EQ(Leaf(*W.Items(3)), "D NOT IN 1 2 3");
+    EXPECT_EQ(Leaf(*W.Items(4)), "E IS NULL");
+    EXPECT_EQ(Leaf(*W.Items(5)), "F IN 'a'");
+}
+
+TEST(TZvSelectParser, ConditionOperandsKeepTheirQualifier) {
+    Parsed P("SELECT * FROM ORDERS O WHERE O.AMOUNT > 100 AND UPPER(O.NAME) = :N");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(W.Items(0)->GetLeftSide().GetName(), "O.AMOUNT");
+    EXPECT_EQ(W.Items(0)->GetLeftSide().GetKind(), fkIdentifier);
+    EXPECT_EQ(W.Items(0)->GetRightSide().Items(0)->GetKind(), fkInteger);
+    EXPECT_EQ(W.Items(1)->GetLeftSide().GetScript(), "UPPER(O.NAME)");
+    EXPECT_EQ(W.Items(1)->GetRightSide().Items(0)->GetKind(), fkParameter);
+}
+
+TEST(TZvSelectParser, SubQueryInAnInListIsKeptAsText) {
+    Parsed P("SELECT * FROM T WHERE A IN (SELECT B FROM U WHERE C = 1) AND EXISTS(SELECT 1 FROM V)");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(W.Items(0)->GetRightSide().Items(0)->GetName(), "SELECT B FROM U WHERE C = 1");
+    EXPECT_EQ(W.Items(1)->GetLeftSide().GetScript(), "EXISTS(SELECT 1 FROM V)");
+}
+
+TEST(TZvSelectParser, HavingIsReadIntoItsOwnTree) {
+    Parsed P("SELECT A, COUNT(*) FROM T GROUP BY A HAVING COUNT(*) > 1 ORDER BY A");
+    ASSERT_EQ(P.Parser.GetHavingItems().Count(), 1);
+    EXPECT_EQ(P.Parser.GetHavingItems().Items(0)->GetLeftSide().GetScript(), "COUNT(*)");
+    EXPECT_EQ(P.Parser.GetOrderByItems().Count(), 1);
+}
+
+// --- GROUP BY and ORDER BY -----------------------------------------------------------------------
+
+TEST(TZvSelectParser, GroupByItemsAreNamesWithoutRepeats) {
+    Parsed P("SELECT A FROM T GROUP BY T.A, B, T.A");
+    TZvGroupByItems& G = P.Parser.GetGroupByItems();
+    ASSERT_EQ(G.Count(), 2);
+    EXPECT_EQ(G.Get(0), "T.A");
+    EXPECT_EQ(G.Get(1), "B");
+}
+
+TEST(TZvSelectParser, FunctionCallAfterGroupByIsAnErrorAtItsBracket) {
+    ExpectError("SELECT A FROM T GROUP BY UPPER(A)", 1, "(", 31, 1);
+}
+
+TEST(TZvSelectParser, OrderByItemsKeepTheirDirection) {
+    Parsed P("SELECT A FROM T ORDER BY T.A DESC, \"b c\" ASC, 2");
+    TZvOrderByItems& O = P.Parser.GetOrderByItems();
+    ASSERT_EQ(O.Count(), 3);
+    EXPECT_EQ(O.Get(0), "T.A");
+    EXPECT_EQ(O.GetOrders(0), okDesc);
+    EXPECT_EQ(O.Get(1), "\"b c\"");
+    EXPECT_EQ(O.GetOrders(1), okAsc);
+    EXPECT_EQ(O.Get(2), "2");
+}
+
+TEST(TZvSelectParser, OrderByTokenAfterAnItemIsAnError) {
+    ExpectError("SELECT A FROM T ORDER BY A B", 1, "B", 28, 1);
+}
+
+TEST(TZvSelectParser, ReparsingReplacesTheModel) {
+    TZvSelectParser Parser;
+    Parser.SetExpression("SELECT DISTINCT A FROM T WHERE A = 1 ORDER BY A");
+    Parser.SetExpression("SELECT B FROM U");
+    EXPECT_FALSE(Parser.GetDistinct());
+    EXPECT_EQ(Parser.GetWhereItems().Count(), 0);
+    EXPECT_EQ(Parser.GetOrderByItems().Count(), 0);
+    ASSERT_EQ(Parser.GetTableDefs().Count(), 2);
+    EXPECT_EQ(Parser.GetTableDefs().Items(1)->GetName(), "U");
+}

@@ -1,0 +1,674 @@
+// Tables of the FROM list and the statement-wide bookkeeping: positions in the SELECT list,
+// unique aliases, renames and deletions with the repair of what refers to them, moving
+// unqualified columns into their table, and stored-procedure parameter lists.
+#include <gtest/gtest.h>
+
+#include "ZvParser.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using namespace zv;
+
+namespace {
+
+// A parser with helpers to build a model in code.
+struct TModel {
+    TZvSelectParser Parser;
+    TZvTableDefs& Tables = Parser.GetTableDefs();
+
+    TZvTableDef* Table(const std::string& Name, const std::string& Alias = "") {
+        TZvTableDef* T = Tables.Add();
+        T->SetName(Name);
+        if (!Alias.empty())
+            T->SetAlias(Alias);
+        return T;
+    }
+    // A plain column: its alias equals its name, as when it is ticked in the diagram.
+    static TZvFieldDef* Column(TZvTableDef* T, const std::string& Name) {
+        TZvFieldDef* F = T->GetFieldDefs().Add();
+        F->SetName(Name);
+        F->SetKind(fkIdentifier);
+        F->SetAlias(Name);
+        return F;
+    }
+    static TZvFieldDef* Expression(TZvTableDef* T, const std::string& Text) {
+        TZvFieldDef* F = T->GetFieldDefs().Add();
+        F->SetName(Text);
+        F->SetKind(fkExpression);
+        return F;
+    }
+    // The scripts of the fields in SELECT-list order.
+    std::vector<std::string> SelectList() const {
+        std::vector<std::string> R;
+        for (int I = 0; I < Tables.GetFieldCount(); ++I)
+            R.push_back(Tables.GetFieldDefs(I)->GetScript());
+        return R;
+    }
+    std::vector<std::string> OrderBy() {
+        std::vector<std::string> R;
+        for (int I = 0; I < Parser.GetOrderByItems().Count(); ++I)
+            R.push_back(Parser.GetOrderByItems()[I]);
+        return R;
+    }
+    // Every field's AbsIndex names its own slot, and the slots are 0 .. count - 1.
+    void ExpectDensePositions() const {
+        std::vector<int> Seen;
+        for (int T = 0; T < Tables.Count(); ++T) {
+            const TZvFieldDefs& Fields = Tables.Items(T)->GetFieldDefs();
+            for (int F = 0; F < Fields.Count(); ++F) {
+                Seen.push_back(Fields.Items(F)->GetAbsIndex());
+                EXPECT_EQ(Tables.GetFieldDefs(Fields.Items(F)->GetAbsIndex()), Fields.Items(F));
+            }
+        }
+        std::sort(Seen.begin(), Seen.end());
+        ASSERT_EQ(static_cast<int>(Seen.size()), Tables.GetFieldCount());
+        for (int I = 0; I < static_cast<int>(Seen.size()); ++I)
+            EXPECT_EQ(Seen[static_cast<std::size_t>(I)], I);
+    }
+};
+
+TZvJoinDef* Join(TZvTableDef* From, const std::string& Left, const std::string& Target,
+                 const std::string& Right) {
+    TZvJoinDef* J = From->GetJoinDefs().Add();
+    J->SetLeftField(Left);
+    J->SetTableAlias(Target);
+    J->SetRightField(Right);
+    return J;
+}
+
+TZvFieldDef* Param(TZvTableDef* Proc, const std::string& Name, TFieldType Type, TZvValue Value) {
+    TZvFieldDef* F = Proc->GetFieldDefs().Add();
+    F->SetName(Name);
+    F->SetKind(fkIdentifier);
+    F->SetUsage(1);
+    F->SetDataType(Type);
+    F->SetValue(std::move(Value));
+    return F;
+}
+
+} // namespace
+
+// ---- Positions ------------------------------------------------------------------------------
+
+TEST(TZvTableDefs, NewFieldsGoToTheEndOfTheSelectListWhateverTheirTable) {
+    TModel M;
+    TZvTableDef* A = M.Table("A");
+    TZvTableDef* B = M.Table("B");
+    M.Column(A, "X");
+    M.Column(B, "Y");
+    M.Column(A, "Z");
+    EXPECT_EQ(M.Tables.GetFieldCount(), 3);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"A.X", "B.Y", "A.Z"}));
+    EXPECT_EQ(M.Tables.GetFieldDefs(3), nullptr);
+    EXPECT_EQ(M.Tables.GetFieldDefs(-1), nullptr);
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, MovingAFieldFromFirstToLastShiftsTheOthersUp) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    TZvFieldDef* F0 = M.Column(T, "F0");
+    TZvFieldDef* F1 = M.Column(T, "F1");
+    TZvFieldDef* F2 = M.Column(T, "F2");
+    F0->SetAbsIndex(2);
+    EXPECT_EQ(F1->GetAbsIndex(), 0);
+    EXPECT_EQ(F2->GetAbsIndex(), 1);
+    EXPECT_EQ(F0->GetAbsIndex(), 2);
+    F0->SetAbsIndex(0);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"T.F0", "T.F1", "T.F2"}));
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, APositionOutsideTheListIsIgnored) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    TZvFieldDef* F0 = M.Column(T, "F0");
+    M.Column(T, "F1");
+    F0->SetAbsIndex(2);
+    F0->SetAbsIndex(-1);
+    EXPECT_EQ(F0->GetAbsIndex(), 0);
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, DeletingAFieldClosesTheGapAcrossAllTables) {
+    TModel M;
+    TZvTableDef* A = M.Table("A");
+    TZvTableDef* B = M.Table("B");
+    M.Column(A, "X");
+    M.Column(B, "Y");
+    M.Column(A, "Z");
+    M.Column(B, "W");
+    A->GetFieldDefs().Delete(0);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"B.Y", "A.Z", "B.W"}));
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, PositionsStayDenseAndInOrderThroughMixedInsertsMovesAndDeletes) {
+    // A reference list of names is edited alongside the model; both must agree at every step.
+    TModel M;
+    std::vector<TZvTableDef*> Tables = {M.Table("A"), M.Table("B"), M.Table("C")};
+    std::vector<std::string> Expected;
+    unsigned Seed = 12345;
+    auto Next = [&Seed](unsigned Range) {
+        Seed = Seed * 1103515245u + 12345u;
+        return (Seed >> 16) % Range;
+    };
+    int Made = 0;
+    for (int Step = 0; Step < 400; ++Step) {
+        const unsigned Action = Next(4);
+        if (Action <= 1 || Expected.empty()) {
+            TZvTableDef* T = Tables[Next(3)];
+            const int At = static_cast<int>(Next(static_cast<unsigned>(T->GetFieldDefs().Count()) + 1));
+            TZvFieldDef* F = T->GetFieldDefs().Insert(At);
+            F->SetName("F" + std::to_string(Made++));
+            F->SetKind(fkIdentifier);
+            Expected.push_back(F->GetScript());
+        } else if (Action == 2) {
+            const auto From = Next(static_cast<unsigned>(Expected.size()));
+            const auto To = Next(static_cast<unsigned>(Expected.size()));
+            M.Tables.GetFieldDefs(static_cast<int>(From))->SetAbsIndex(static_cast<int>(To));
+            const std::string Moved = Expected[From];
+            Expected.erase(Expected.begin() + From);
+            Expected.insert(Expected.begin() + To, Moved);
+        } else {
+            const auto At = Next(static_cast<unsigned>(Expected.size()));
+            TZvFieldDef* F = M.Tables.GetFieldDefs(static_cast<int>(At));
+            F->GetCollection()->Delete(F->GetIndex());
+            Expected.erase(Expected.begin() + At);
+        }
+        ASSERT_EQ(M.SelectList(), Expected) << "step " << Step;
+    }
+    M.ExpectDensePositions();
+}
+
+TEST(TZvFieldDefs, ClearingTheFieldsOfOneTableKeepsTheOtherTablesPositionsDense) {
+    TModel M;
+    TZvTableDef* A = M.Table("A");
+    TZvTableDef* B = M.Table("B");
+    M.Column(A, "X");
+    M.Column(B, "Y");
+    M.Column(A, "Z");
+    M.Column(B, "W");
+    M.Parser.GetOrderByItems().Add("Z");
+    M.Parser.GetOrderByItems().Add("W");
+    A->GetFieldDefs().Clear();
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"B.Y", "B.W"}));
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"W"}));
+    M.ExpectDensePositions();
+}
+
+TEST(TZvFieldDef, DeletingAFieldDropsTheOrderByEntryThatNamesItsAlias) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    M.Column(T, "A");
+    TZvFieldDef* Total = M.Expression(T, "X + Y");
+    M.Parser.GetOrderByItems().Add("T.A");
+    M.Parser.GetOrderByItems().Add("field_1");
+    M.Parser.GetOrderByItems().Add("B");
+    T->GetFieldDefs().Remove(Total);
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"T.A", "B"}));
+}
+
+// ---- Aliases --------------------------------------------------------------------------------
+
+TEST(TZvTableDefs, TheSameColumnSelectedTwiceGetsANumberedAliasAtEndUpdate) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    M.Tables.BeginUpdate();
+    TZvFieldDef* First = M.Column(T, "ID");
+    TZvFieldDef* Second = M.Column(T, "ID");
+    EXPECT_EQ(Second->GetAlias(), "ID");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(First->GetAlias(), "ID");
+    EXPECT_EQ(Second->GetAlias(), "ID1");
+    EXPECT_EQ(Second->GetScript(), "T.ID AS ID1");
+}
+
+TEST(TZvTableDefs, TheNumberedAliasSkipsAliasesTakenInOtherTables) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    TZvTableDef* U = M.Table("U");
+    M.Column(U, "X")->SetAlias("id1");
+    M.Column(U, "Y")->SetAlias("ID2");
+    M.Tables.BeginUpdate();
+    M.Column(T, "ID");
+    TZvFieldDef* Second = M.Column(T, "ID");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(Second->GetAlias(), "ID3");
+}
+
+TEST(TZvTableDefs, OnlyTheOutermostEndUpdateRepairsAliases) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    M.Tables.BeginUpdate();
+    M.Tables.BeginUpdate();
+    M.Column(T, "ID");
+    TZvFieldDef* Second = M.Column(T, "ID");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(Second->GetAlias(), "ID");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(Second->GetAlias(), "ID1");
+}
+
+TEST(TZvTableDefs, AComputedFieldNamedLikeAnotherFieldsAliasGetsAFieldAlias) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    M.Column(T, "TOTAL");
+    TZvFieldDef* Computed = T->GetFieldDefs().Add();
+    Computed->SetName("TOTAL");
+    Computed->SetKind(fkUnknown);
+    Computed->SetAlias("TOTAL");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(Computed->GetAlias(), "FIELD_1");
+}
+
+TEST(TZvTableDefs, ColumnsOfDifferentTablesMayShareAName) {
+    TModel M;
+    TZvFieldDef* A = M.Column(M.Table("A"), "ID");
+    TZvFieldDef* B = M.Column(M.Table("B"), "ID");
+    M.Tables.EndUpdate();
+    EXPECT_EQ(A->GetAlias(), "ID");
+    EXPECT_EQ(B->GetAlias(), "ID");
+}
+
+TEST(TZvTableDefs, UniqueAliasSkipsAliasesOfEveryTable) {
+    TModel M;
+    EXPECT_EQ(M.Tables.GetUniqueAlias("FIELD_", true), "FIELD_1");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("ID", false), "ID");
+    M.Column(M.Table("A"), "X")->SetAlias("FIELD_1");
+    M.Column(M.Table("B"), "Y")->SetAlias("ID");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("FIELD_", true), "FIELD_2");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("ID", false), "ID1");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("id", false), "id1");
+}
+
+TEST(TZvTableDefs, UniqueAliasComparesWithRegardToCaseWhenTheParserSaysSo) {
+    TModel M;
+    M.Column(M.Table("A"), "ID");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("id", false), "id1");
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    EXPECT_EQ(M.Tables.GetUniqueAlias("id", false), "id");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("ID", false), "ID1");
+}
+
+TEST(TZvTableDefs, UniqueAliasFollowsRenamesAndDeletionsOfAliases) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    TZvFieldDef* F = M.Column(T, "A");
+    F->SetAlias("FIELD_1");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("FIELD_", true), "FIELD_2");
+    F->SetAlias("OTHER");
+    EXPECT_EQ(M.Tables.GetUniqueAlias("FIELD_", true), "FIELD_1");
+    F->SetAlias("FIELD_1");
+    T->GetFieldDefs().Delete(0);
+    EXPECT_EQ(M.Tables.GetUniqueAlias("FIELD_", true), "FIELD_1");
+}
+
+TEST(TZvTableDefs, ComputedFieldsOfAStatementGetConsecutiveFieldAliases) {
+    TModel M;
+    TZvTableDef* Holder = M.Table("");
+    EXPECT_EQ(M.Expression(Holder, "1 + 2")->GetAlias(), "FIELD_1");
+    EXPECT_EQ(M.Expression(M.Table("T"), "T.A * 2")->GetAlias(), "FIELD_2");
+    EXPECT_EQ(M.Expression(Holder, "3")->GetAlias(), "FIELD_3");
+}
+
+namespace {
+struct TLowerCaseAliasParser : TZvSelectParser {
+    bool IsLowerCaseAliases() override { return true; }
+};
+} // namespace
+
+TEST(TZvTableDefs, LowerCaseAliasDialectsGetLowerCaseGeneratedAliases) {
+    TLowerCaseAliasParser Parser;
+    EXPECT_EQ(Parser.GetTableDefs().GetUniqueAlias("FIELD_", true), "field_1");
+    EXPECT_EQ(Parser.GetTableDefs().GetUniqueAlias("Id", false), "id");
+}
+
+// ---- Names and aliases of tables -------------------------------------------------------------
+
+TEST(TZvTableDef, SetNameMovesAnAliasThatEqualsTheOldName) {
+    TModel M;
+    TZvTableDef* T = M.Table("ORDERS");
+    EXPECT_EQ(T->GetAlias(), "ORDERS");
+    T->SetName("ORDERS2");
+    EXPECT_EQ(T->GetAlias(), "ORDERS2");
+    T->SetAlias("O");
+    T->SetName("ORDERS3");
+    EXPECT_EQ(T->GetAlias(), "O");
+    EXPECT_EQ(T->GetName(), "ORDERS3");
+}
+
+TEST(TZvTableDef, SetNameComparesExactly) {
+    TModel M;
+    TZvTableDef* T = M.Table("orders");
+    T->SetAlias("Orders");
+    T->SetName("ORDERS");
+    EXPECT_EQ(T->GetAlias(), "Orders");
+    EXPECT_EQ(T->GetName(), "ORDERS");
+}
+
+TEST(TZvTableDef, SetNameCarriesReferencesAlongWithTheAlias) {
+    TModel M;
+    TZvTableDef* Orders = M.Table("ORDERS");
+    TZvTableDef* Customers = M.Table("CUSTOMERS", "C");
+    Join(Customers, "ID", "ORDERS", "CUST_ID");
+    M.Parser.GetOrderByItems().Add("ORDERS.ID");
+    Orders->SetName("SALES");
+    EXPECT_EQ(Customers->GetJoinDefs().Items(0)->GetTableAlias(), "SALES");
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"SALES.ID"}));
+}
+
+TEST(TZvTableDef, RenamingAnAliasRewritesOrderByEntriesQualifiedByIt) {
+    TModel M;
+    TZvTableDef* A = M.Table("T1", "A");
+    M.Table("T3", "C");
+    for (const char* Entry : {"A.NAME", "C.NAME", "a.NAME", "NAME", "A.", "AA.NAME"})
+        M.Parser.GetOrderByItems().Add(Entry);
+    A->SetAlias("B");
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"B.NAME", "C.NAME", "B.NAME", "NAME", "A.", "AA.NAME"}));
+    EXPECT_EQ(A->GetAlias(), "B");
+}
+
+TEST(TZvTableDef, WithCaseSensitiveIdentifiersOnlyTheExactAliasIsRewritten) {
+    TModel M;
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    TZvTableDef* A = M.Table("T1", "A");
+    M.Parser.GetOrderByItems().Add("A.NAME");
+    M.Parser.GetOrderByItems().Add("a.NAME");
+    A->SetAlias("B");
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"B.NAME", "a.NAME"}));
+}
+
+TEST(TZvTableDef, AnEntryOfAnotherTableWithTheSameSpellingStays) {
+    // Two tables whose aliases differ only in case, in a case-insensitive dialect: an entry that
+    // matches the other table is that table's, and renaming this one leaves it alone.
+    TModel M;
+    TZvTableDef* A = M.Table("T1", "A");
+    M.Table("T2", "a");
+    M.Parser.GetOrderByItems().Add("A.NAME");
+    A->SetAlias("B");
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"A.NAME"}));
+}
+
+TEST(TZvTableDef, TheNewAliasIsWrittenAsAnAliasInTheOrderBy) {
+    TModel M;
+    M.Parser.GetScanner().ProcessAliases = true;
+    TZvTableDef* A = M.Table("T1", "A");
+    M.Parser.GetOrderByItems().AddOrdered("A.NAME", okDesc);
+    A->SetAlias("my alias");
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"\"my alias\".NAME"}));
+    EXPECT_EQ(M.Parser.GetOrderByItems().GetOrders(0), okDesc);
+}
+
+TEST(TZvTableDef, RenamingAnAliasRepointsTheJoinsAimedAtIt) {
+    TModel M;
+    TZvTableDef* O = M.Table("ORDERS", "O");
+    TZvTableDef* C = M.Table("CUSTOMERS", "C");
+    TZvTableDef* R = M.Table("REGIONS", "R");
+    Join(O, "CUST_ID", "C", "ID");
+    Join(R, "ID", "c", "REGION_ID");
+    Join(O, "REGION", "R", "ID");
+    C->SetAlias("CU");
+    EXPECT_EQ(O->GetJoinDefs().Items(0)->GetTableAlias(), "CU");
+    EXPECT_EQ(R->GetJoinDefs().Items(0)->GetTableAlias(), "CU");
+    EXPECT_EQ(O->GetJoinDefs().Items(1)->GetTableAlias(), "R");
+    EXPECT_TRUE(M.Tables.IsTableJoined(C));
+}
+
+TEST(TZvTableDef, EmptyNameMeansBlankNameAndAlias) {
+    TZvTableDef T;
+    EXPECT_TRUE(T.IsEmptyName());
+    T.SetName("  ");
+    EXPECT_TRUE(T.IsEmptyName());
+    T.SetAlias("X");
+    EXPECT_FALSE(T.IsEmptyName());
+}
+
+TEST(TZvTableDefs, FindByAliasAndNameReturnTheFirstMatchThroughSameIdentifier) {
+    TModel M;
+    TZvTableDef* A = M.Table("ORDERS", "O");
+    TZvTableDef* B = M.Table("orders", "o");
+    EXPECT_EQ(M.Tables.FindByAlias("o"), A);
+    EXPECT_EQ(M.Tables.FindByName("Orders"), A);
+    EXPECT_EQ(M.Tables.FindByAlias("X"), nullptr);
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    EXPECT_EQ(M.Tables.FindByAlias("o"), B);
+    EXPECT_EQ(M.Tables.FindByName("Orders"), nullptr);
+}
+
+// ---- Joins kept in step -----------------------------------------------------------------------
+
+TEST(TZvTableDefs, IsTableJoinedLooksAtTheJoinsOfEveryTable) {
+    TModel M;
+    TZvTableDef* O = M.Table("ORDERS", "O");
+    TZvTableDef* C = M.Table("CUSTOMERS", "C");
+    EXPECT_FALSE(M.Tables.IsTableJoined(C));
+    EXPECT_FALSE(M.Tables.IsTableJoined(nullptr));
+    Join(O, "CUST_ID", "c", "ID");
+    EXPECT_TRUE(M.Tables.IsTableJoined(C));
+    EXPECT_FALSE(M.Tables.IsTableJoined(O));
+}
+
+TEST(TZvTableDefs, UpdateJoinsDropsJoinsWhoseTargetIsFoundNeitherByAliasNorByName) {
+    TModel M;
+    TZvTableDef* O = M.Table("ORDERS", "O");
+    M.Table("CUSTOMERS", "C");
+    Join(O, "A", "C", "ID");
+    Join(O, "B", "GONE", "ID");
+    Join(O, "C", "CUSTOMERS", "ID");
+    Join(O, "D", "GONE2", "ID");
+    M.Tables.UpdateJoins();
+    ASSERT_EQ(O->GetJoinDefs().Count(), 2);
+    EXPECT_EQ(O->GetJoinDefs().Items(0)->GetLeftField(), "A");
+    EXPECT_EQ(O->GetJoinDefs().Items(1)->GetLeftField(), "C");
+}
+
+// ---- Deleting a table -------------------------------------------------------------------------
+
+TEST(TZvTableDefs, DeletingATableRemovesWhatRefersToIt) {
+    TModel M;
+    TZvTableDef* A = M.Table("T1", "A");
+    TZvTableDef* C = M.Table("T3", "C");
+    TZvTableDef* Holder = M.Table("");
+    M.Column(A, "NAME");
+    M.Column(C, "NAME");
+    M.Expression(Holder, "A.PRICE * 2");
+    M.Expression(Holder, "C.PRICE * 2");
+    TZvFieldDef* Upper = C->GetFieldDefs().Add();
+    Upper->SetName("UPPER");
+    Upper->SetKind(fkFunction);
+    TZvFunctionDef* Arg = Upper->GetArguments().Add();
+    Arg->SetName("a.NAME");
+    Arg->SetKind(fkExpression);
+    Join(C, "ID", "A", "ID");
+    Join(A, "ID", "C", "ID");
+    for (const char* Entry : {"A.NAME", "C.NAME", "FIELD_1", "FIELD_2", "NAME", "XA.NAME"})
+        M.Parser.GetOrderByItems().Add(Entry);
+    M.Tables.Remove(A);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"C.NAME", "C.PRICE * 2 AS FIELD_2"}));
+    // FIELD_1 named the dropped expression and NAME the alias of A's own column.
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"C.NAME", "FIELD_2", "XA.NAME"}));
+    EXPECT_EQ(C->GetJoinDefs().Count(), 0);
+    EXPECT_EQ(M.Tables.Count(), 2);
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, DeletingATableMatchesItsPrefixWithRegardToCaseWhenIdentifiersAreCaseSensitive) {
+    TModel M;
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    TZvTableDef* A = M.Table("T1", "A");
+    TZvTableDef* Holder = M.Table("");
+    M.Expression(Holder, "A.X + 1");
+    M.Expression(Holder, "a.X + 1");
+    M.Parser.GetOrderByItems().Add("a.X");
+    M.Tables.Remove(A);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"a.X + 1 AS FIELD_2"}));
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"a.X"}));
+}
+
+TEST(TZvTableDefs, DeletingTheHolderOfUnqualifiedExpressionsLeavesQualifiedColumnsAlone) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    TZvTableDef* Holder = M.Table("");
+    M.Expression(Holder, "1 + 2");
+    M.Column(T, "A");
+    M.Parser.GetOrderByItems().Add("T.A");
+    M.Tables.Remove(Holder);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"T.A"}));
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"T.A"}));
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, DeletingTablesOneByOneInAModelOfSeveralTablesKeepsItConsistent) {
+    TModel M;
+    const char* Names[] = {"A", "B", "C", "D"};
+    for (const char* Name : Names) {
+        TZvTableDef* T = M.Table(std::string("T_") + Name, Name);
+        M.Column(T, "ID");
+        M.Column(T, std::string(Name) + "_NAME");
+    }
+    for (const char* Name : Names)
+        M.Parser.GetOrderByItems().Add(std::string(Name) + ".ID");
+    Join(M.Tables.Items(0), "ID", "B", "ID");
+    Join(M.Tables.Items(1), "ID", "C", "ID");
+    Join(M.Tables.Items(3), "ID", "B", "ID");
+    M.Tables.Remove(M.Tables.FindByAlias("B"));
+    EXPECT_EQ(M.SelectList(),
+              (std::vector<std::string>{"A.ID", "A.A_NAME", "C.ID", "C.C_NAME", "D.ID", "D.D_NAME"}));
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"A.ID", "C.ID", "D.ID"}));
+    EXPECT_EQ(M.Tables.Items(0)->GetJoinDefs().Count(), 0);
+    EXPECT_EQ(M.Tables.Items(2)->GetJoinDefs().Count(), 0);
+    M.ExpectDensePositions();
+    M.Tables.Delete(0);
+    M.Tables.FindByAlias("D")->SetAlias("E");
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"C.ID", "C.C_NAME", "E.ID", "E.D_NAME"}));
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"C.ID", "E.ID"}));
+    M.ExpectDensePositions();
+}
+
+// ---- Copying and moving ------------------------------------------------------------------------
+
+TEST(TZvTableDef, AssignCopiesNameAliasTypeAndFieldsButNotJoins) {
+    TModel M;
+    TZvTableDef* Source = M.Table("PROC", "P");
+    Source->SetTableType(qttStoredProc);
+    M.Column(Source, "X");
+    Join(Source, "X", "P", "X");
+    TZvTableDef* Copy = M.Tables.Add();
+    Copy->Assign(*Source);
+    EXPECT_EQ(Copy->GetName(), "PROC");
+    EXPECT_EQ(Copy->GetAlias(), "P");
+    EXPECT_EQ(Copy->GetTableType(), qttStoredProc);
+    ASSERT_EQ(Copy->GetFieldDefs().Count(), 1);
+    EXPECT_NE(Copy->GetFieldDefs().Items(0), Source->GetFieldDefs().Items(0));
+    EXPECT_EQ(Copy->GetFieldDefs().Items(0)->GetAbsIndex(), 1);
+    EXPECT_EQ(Copy->GetJoinDefs().Count(), 0);
+    EXPECT_EQ(Copy->GetParser(), &M.Parser);
+}
+
+TEST(TZvTableDef, FindFieldsWOPrefixMovesKnownColumnsIntoTheTableKeepingTheirPlaces) {
+    TModel M;
+    TZvTableDef* Holder = M.Table("");
+    TZvTableDef* T = M.Table("T");
+    M.Column(Holder, "A");
+    M.Expression(Holder, "A + 1");
+    M.Column(T, "C");
+    M.Column(Holder, "B");
+    M.Column(Holder, "UNKNOWN");
+    M.Parser.GetOrderByItems().Add("B");
+    const TZvDataSet DataSet({{"a", ftInteger}, {"B", ftString}, {"C", ftString}});
+    T->FindFieldsWOPrefix(DataSet);
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"T.A", "A + 1 AS FIELD_1", "T.C", "T.B", "UNKNOWN"}));
+    ASSERT_EQ(T->GetFieldDefs().Count(), 3);
+    EXPECT_EQ(T->GetFieldDefs().Items(0)->GetName(), "A");
+    EXPECT_EQ(T->GetFieldDefs().Items(1)->GetName(), "C");
+    EXPECT_EQ(T->GetFieldDefs().Items(2)->GetName(), "B");
+    EXPECT_EQ(Holder->GetFieldDefs().Count(), 2);
+    EXPECT_EQ(M.OrderBy(), (std::vector<std::string>{"B"}));
+    M.ExpectDensePositions();
+    EXPECT_EQ(M.Tables.GetUniqueAlias("B", false), "B1");
+}
+
+TEST(TZvTableDef, FindFieldsWOPrefixDoesNothingWithoutAHolderTable) {
+    TModel M;
+    TZvTableDef* T = M.Table("T");
+    M.Column(T, "A");
+    T->FindFieldsWOPrefix(TZvDataSet({{"A", ftInteger}}));
+    EXPECT_EQ(M.SelectList(), (std::vector<std::string>{"T.A"}));
+}
+
+// ---- Stored-procedure parameters ---------------------------------------------------------------
+
+TEST(TZvTableDef, ProcedureParametersAreWrittenByValueAndDataType) {
+    TModel M;
+    TZvTableDef* P = M.Table("PROC");
+    P->SetTableType(qttStoredProc);
+    M.Column(P, "RESULT"); // an output column, not a parameter
+    Param(P, "BOUND", ftInteger, TZvValue());
+    Param(P, "NOTHING", ftString, TZvValue::Null());
+    Param(P, "S", ftString, TZvValue("it's"));
+    Param(P, "N", ftInteger, TZvValue(42));
+    Param(P, "F", ftFloat, TZvValue(1.5));
+    Param(P, "B", ftBoolean, TZvValue(true));
+    Param(P, "D", ftDate, TZvValue(TZvDateTime{2024, 2, 29, 13, 5, 9, 0}));
+    Param(P, "T", ftTime, TZvValue(TZvDateTime{2024, 2, 29, 13, 5, 9, 250}));
+    Param(P, "DT", ftDateTime, TZvValue(TZvDateTime{2024, 2, 29, 13, 5, 9, 0}));
+    Param(P, "TEXTDATE", ftDate, TZvValue("yesterday"));
+    Param(P, "G", ftGuid, TZvValue("{0A}"));
+    Param(P, "OTHER", ftCursor, TZvValue(7));
+    P->GetFieldDefs().Items(4)->SetUsage(3);
+    EXPECT_EQ(P->GetProcParamString(), "(:BOUND, NULL, 'it''s', 42, 1.5, True, '2024-02-29', '13:05:09.250', "
+                                       "'2024-02-29T13:05:09', 'yesterday', '{0A}', 7)");
+}
+
+TEST(TZvTableDef, NumericDateValuesCountDaysFromTheEndOf1899) {
+    TModel M;
+    TZvTableDef* P = M.Table("PROC");
+    Param(P, "D", ftDateTime, TZvValue(45351.75));
+    Param(P, "E", ftTimeStamp, TZvValue(2));
+    EXPECT_EQ(P->GetProcParamString(), "('2024-02-29T18:00:00', '1900-01-01T00:00:00')");
+}
+
+TEST(TZvTableDef, BooleanParametersUseTheScannersLiteralsOrTheStandardWords) {
+    TZvTableDef Alone;
+    Param(&Alone, "A", ftBoolean, TZvValue("false"));
+    Param(&Alone, "B", ftBoolean, TZvValue(1));
+    Param(&Alone, "C", ftBoolean, TZvValue("maybe"));
+    EXPECT_EQ(Alone.GetProcParamString(), "(FALSE, TRUE, maybe)");
+    TModel M;
+    TZvTableDef* P = M.Table("PROC");
+    Param(P, "A", ftBoolean, TZvValue(false));
+    EXPECT_EQ(P->GetProcParamString(), "(" + M.Parser.GetScanner().GetBooleans(false) + ")");
+}
+
+TEST(TZvTableDef, StringParametersWithoutAParserAreQuotedWithApostrophes) {
+    TZvTableDef Alone;
+    Param(&Alone, "A", ftMemo, TZvValue("x'y"));
+    Param(&Alone, "B", ftFixedChar, TZvValue("'as is'"));
+    EXPECT_EQ(Alone.GetProcParamString(), "('x''y', 'as is')");
+}
+
+namespace {
+struct TBracketParser : TZvSelectParser {
+    bool IsProcEmptyInputParamsBracket() override { return true; }
+};
+} // namespace
+
+TEST(TZvTableDef, AProcedureWithoutParametersGetsBracketsOnlyWhenTheDialectAsks) {
+    TModel M;
+    TZvTableDef* P = M.Table("PROC");
+    M.Column(P, "RESULT");
+    EXPECT_EQ(P->GetProcParamString(), "");
+    TBracketParser Bracketing;
+    TZvTableDef* Q = Bracketing.GetTableDefs().Add();
+    EXPECT_EQ(Q->GetProcParamString(), "()");
+}
+
+TEST(TZvTableDef, AParameterWhoseLiteralIsEmptyGetsNoSeparatorOfItsOwn) {
+    TZvTableDef Alone;
+    Param(&Alone, "A", ftInteger, TZvValue(""));
+    Param(&Alone, "B", ftInteger, TZvValue(2));
+    EXPECT_EQ(Alone.GetProcParamString(), "(2)");
+}
