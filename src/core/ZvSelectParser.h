@@ -254,6 +254,8 @@ private:
     std::string PlaceCall(TZvFunctionDef& Call);
     void ReadAlias(TZvFunctionDef& Target);
     TZvTableDef* FindOrCreateTable(const std::string& Reference);
+    // The table a qualifier names: by alias as written, or by the bare alias of a quoted one.
+    TZvTableDef* FindTableByReference(const std::string& Reference);
     bool StartsCondition();
     void ParseCriterion(TZvCriterion& Criterion);
     const TZvOperator* FirstSingleOperandOperator();

@@ -362,12 +362,12 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
     NextToken();
 }
 
+// A table first named by a qualified column gets the bare name; the FROM list completes it.
 TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
-    TZvTableDefs& Tables = GetTableDefs();
-    if (TZvTableDef* Table = Tables.FindByAlias(Reference))
+    if (TZvTableDef* Table = FindTableByReference(Reference))
         return Table;
-    TZvTableDef* Table = Tables.Add();
-    Table->SetName(Reference);
+    TZvTableDef* Table = GetTableDefs().Add();
+    Table->SetName(GetScanner().ProcessIdent(Reference));
     return Table;
 }
 

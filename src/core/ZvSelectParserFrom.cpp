@@ -129,8 +129,8 @@ bool TZvSelectParser::IsCrossJoinAhead() {
 // entry is added. Either way it becomes the current left-hand table of the join reader.
 void TZvSelectParser::MergeTableDef(const TZvTableDef& Scratch) {
     TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table =
-        Scratch.GetAlias().empty() ? Tables.FindByName(Scratch.GetName()) : Tables.FindByAlias(Scratch.GetAlias());
+    TZvTableDef* Table = Scratch.GetAlias().empty() ? Tables.FindByName(Scratch.GetName())
+                                                    : FindTableByReference(Scratch.GetAlias());
     if (Table != nullptr) {
         TZvFieldDefs& Fields = Table->GetFieldDefs();
         const TZvFieldDefs& NewFields = Scratch.GetFieldDefs();
@@ -267,9 +267,8 @@ std::string TZvSelectParser::ReadJoinOperand(TZvFunctionDef& Operand) {
 TZvTableDef* TZvSelectParser::FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef) {
     if (TableRef.empty() || Operand.GetKind() != fkIdentifier || Operand.GetName().empty())
         return nullptr;
-    TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table = Tables.FindByAlias(TableRef);
-    return Table != nullptr ? Table : Tables.FindByName(TableRef);
+    TZvTableDef* Table = FindTableByReference(TableRef);
+    return Table != nullptr ? Table : GetTableDefs().FindByName(TableRef);
 }
 
 // Stores the condition as a join of one of its two tables (see inside for which), after the

@@ -45,10 +45,24 @@ std::string TZvSelectParser::TokenName() {
 std::string TZvSelectParser::TokenAlias() {
     TZvSQLScanner& S = GetScanner();
     const std::string Name = TokenName();
-    if (!S.InQuote || !S.NeedQuotes(Name))
+    if (!S.InQuote || !S.GetQuoteIdentifiers() || !S.NeedQuotes(Name))
         return Name;
     const char Open = S.GetIdentQuote();
     return QuoteString(Name, Open, S.GetQuotePair(Open));
+}
+
+TZvTableDef* TZvSelectParser::FindTableByReference(const std::string& Reference) {
+    TZvTableDefs& Tables = GetTableDefs();
+    if (TZvTableDef* Table = Tables.FindByAlias(Reference))
+        return Table;
+    // A quoted reference also finds the table whose alias is the bare name (FROM "a b" gives the
+    // alias a b, which is written with quotes again as the table's name).
+    const std::string Bare = GetScanner().ProcessIdent(Reference);
+    if (Bare != Reference) {
+        if (TZvTableDef* Table = Tables.FindByAlias(Bare))
+            return Table;
+    }
+    return nullptr;
 }
 
 void TZvSelectParser::Fail(std::int32_t Type) {

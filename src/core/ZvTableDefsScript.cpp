@@ -6,6 +6,7 @@
 #include "ZvSelectParser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zv {
 
@@ -66,11 +67,8 @@ std::string TZvTableDef::GetScript() const {
         return Text;
     TZvJoinLines Lines;
     GenerateJoinsScript(GetJoinDefs(), Lines);
-    for (const TZvJoinLine& Line : Lines) {
-        // A join that writes nothing (an unknown kind, a missing target) leaves no empty line.
-        if (!Line.Text.empty())
-            Text += "\r\n  " + Line.Text;
-    }
+    for (const TZvJoinLine& Line : Lines)
+        Text += "\r\n  " + Line.Text;
     return Text;
 }
 
@@ -83,18 +81,22 @@ void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Li
         const TZvTableDef* Target = Tables->FindByAlias(Join.GetTableAlias());
         if (!Target)
             continue;
+        // A join that writes no text of its own (no column, an unknown kind) is incomplete and is
+        // left out of the chain altogether: merged, its bare condition would open a line without
+        // "JOIN", or end up as "(O.X = C.)".
+        std::string Script = Join.GetScript();
+        if (Script.empty())
+            continue;
         const auto Line = std::find_if(Lines.begin(), Lines.end(),
                                        [Target](const TZvJoinLine& L) { return L.Target == Target; });
         if (Line == Lines.end()) {
-            Lines.push_back({Join.GetScript(), Target});
+            Lines.push_back({std::move(Script), Target});
         } else {
             const std::string Condition = MergedCondition(Join);
             // Already on the line: this is where a chain that comes back to a table stops.
             if (Line->Text.find(Condition) != std::string::npos)
                 continue;
-            if (!Line->Text.empty())
-                Line->Text += " AND \r\n    ";
-            Line->Text += Condition;
+            Line->Text += " AND \r\n    " + Condition;
         }
         Target->GenerateJoinsScript(Target->GetJoinDefs(), Lines);
     }

@@ -305,7 +305,7 @@ TEST(TZvJoinDef, ConstantFlagsAreIgnoredWhereTheDialectDoesNotWriteConstantsInJo
     J->SetRightConst(true);
     J->SetSwapped(true);
     EXPECT_FALSE(J->IsConstCondition());
-    EXPECT_EQ(J->GetScript(), "INNER JOIN CUSTOMERS C ON (O.STATUS = C.'A')");
+    EXPECT_EQ(J->GetScript(), "INNER JOIN CUSTOMERS C ON (O.STATUS = C.\"'A'\")");
 }
 
 // ---- the join list ---------------------------------------------------------------------------------
@@ -325,7 +325,7 @@ TEST(TZvJoinDefs, FindMatchesAllThreeTextsAsIdentifiers) {
 
 TEST(TZvJoinDefs, TheListWritesEachJoinOnItsOwnIndentedLine) {
     TOrders M;
-    TZvTableDef* P = M.Table("PRODUCTS", "P");
+    M.Table("PRODUCTS", "P");
     M.Join(M.O, "CUST_ID", "C", "ID");
     M.Join(M.O, "X", "GONE", "Y");
     M.Join(M.O, "PRODUCT_ID", "P", "ID", zvjLOuterJoin);
@@ -333,7 +333,6 @@ TEST(TZvJoinDefs, TheListWritesEachJoinOnItsOwnIndentedLine) {
               "\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)"
               "\r\n  LEFT OUTER JOIN PRODUCTS P ON (O.PRODUCT_ID = P.ID)");
     EXPECT_EQ(M.C->GetJoinDefs().GetScript(), "");
-    EXPECT_NE(P, nullptr);
 }
 
 TEST(TZvJoinDefs, AListWithoutOwnerWritesNothing) {

@@ -1,0 +1,1 @@
+select count(*), sum(o.amount), my_func(o.amount) from orders o

@@ -1,0 +1,1 @@
+select count(*), sum(o.amount), avg(o.amount) from orders o

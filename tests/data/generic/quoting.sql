@@ -1,0 +1,1 @@
+SELECT "my table"."first name", "my table"."order", "Select" FROM "my table"

@@ -1,0 +1,1 @@
+SELECT * FROM GET_ORDERS(:CUST, 10, 'x''y', NULL) G

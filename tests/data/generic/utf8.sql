@@ -1,0 +1,1 @@
+SELECT K."naïve", K.NAME FROM KUNDEN K WHERE K.CITY = 'Zürich'

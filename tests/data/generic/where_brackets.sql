@@ -1,0 +1,1 @@
+SELECT * FROM T WHERE (T.A = 1 OR T.B = 2) AND (T.C = 3 OR T.D = 4)

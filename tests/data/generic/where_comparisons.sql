@@ -1,0 +1,1 @@
+SELECT * FROM T WHERE T.A = 1 AND T.B <> 2 AND T.C < 3 AND T.D > 4 AND T.E <= 5 AND T.F >= 6

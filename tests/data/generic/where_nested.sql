@@ -1,0 +1,1 @@
+SELECT * FROM T WHERE T.A = 1 AND (T.B = 2 OR (T.C = 3 AND T.D = 4) OR NOT T.E = 5)

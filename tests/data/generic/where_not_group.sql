@@ -1,0 +1,1 @@
+SELECT * FROM T WHERE NOT (T.A = 1 OR T.B = 2)

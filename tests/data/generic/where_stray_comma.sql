@@ -1,0 +1,1 @@
+SELECT * FROM T WHERE T.A = 1 , AND T.B = 2
