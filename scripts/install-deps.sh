@@ -3,7 +3,8 @@
 # present, so that a second run costs no network time. Needs root (or sudo) on Debian 12.
 set -euo pipefail
 
-packages=(build-essential cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev)
+packages=(build-essential cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
+    qt6-base-dev qt6-svg-dev libqt6sql6-sqlite libqt6sql6-psql libgl-dev sqlite3 postgresql)
 
 missing=()
 for p in "${packages[@]}"; do
