@@ -9,7 +9,7 @@ build_dir=${BUILD_DIR:-build-asan}
 jobs=$(nproc)
 
 stage sanitizer-configure 300 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-    -DZEVRIN_SANITIZE=ON -DZEVRIN_BUILD_BENCH=OFF
+    -DZEVRIN_SANITIZE=ON -DZEVRIN_BUILD_BENCH=OFF -DZEVRIN_BUILD_WIDGETS=OFF
 stage sanitizer-build 900 cmake --build "$build_dir" -j "$jobs"
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
