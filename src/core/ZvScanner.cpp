@@ -303,6 +303,18 @@ void TZvSQLScanner::SetBooleans(bool Flag, std::string_view Text) {
     CharClassesValid = false;
 }
 
+void TZvSQLScanner::AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag) {
+    for (const std::string& Entry : List.Items()) {
+        if (Entry.empty())
+            continue;
+        CharClass[static_cast<unsigned char>(UpCase(Entry[0]))] |= ccOperatorStart;
+        CharClass[static_cast<unsigned char>(LoCase(Entry[0]))] |= ccOperatorStart;
+        for (std::size_t Size = 1; Size < Entry.size(); ++Size)
+            OperatorParts.Add(std::string_view(Entry).substr(0, Size), PrefixFlag);
+        OperatorParts.Add(Entry, static_cast<std::uint8_t>(PrefixFlag | EntryFlag));
+    }
+}
+
 // The token reader asks about every character; the answers come from the (virtual, per dialect)
 // tests once, into a table, so that the hot loop makes no virtual call per character.
 void TZvSQLScanner::BuildClassTables() {
@@ -334,14 +346,9 @@ void TZvSQLScanner::BuildClassTables() {
         LevelDelta[static_cast<std::size_t>(Code)] =
             static_cast<std::int8_t>(((Bits & ccLevelUp) ? 1 : 0) - ((Bits & ccLevelDown) ? 1 : 0));
     }
-    for (const TZvWordList* List : {&CompareOperators, &ComplexOperators}) {
-        for (const std::string& Entry : List->Items()) {
-            if (Entry.empty())
-                continue;
-            CharClass[static_cast<unsigned char>(UpCase(Entry[0]))] |= ccOperatorStart;
-            CharClass[static_cast<unsigned char>(LoCase(Entry[0]))] |= ccOperatorStart;
-        }
-    }
+    OperatorParts.Clear();
+    AddOperatorParts(CompareOperators, opComparePrefix, opCompare);
+    AddOperatorParts(ComplexOperators, opComplexPrefix, opComplex);
     WordClasses.Clear();
     for (const std::string& Word : Keywords.Items())
         WordClasses.Add(Word, wfKeyword);
@@ -590,7 +597,8 @@ bool TZvSQLScanner::ReadFloat() {
 
 void TZvSQLScanner::ReadDelimiterOrBlank(char C) {
     if (Classes(C) & ccOperatorStart) {
-        if (ReadOperator(CompareOperators, tkComparison) || ReadOperator(ComplexOperators, tkSpecial))
+        if (ReadOperator(opComparePrefix, opCompare, tkComparison) ||
+            ReadOperator(opComplexPrefix, opComplex, tkSpecial))
             return;
     }
     if (C == '\r' && Position < Length && CharAt(Position + 1) == '\n') {
@@ -612,12 +620,12 @@ void TZvSQLScanner::ReadDelimiterOrBlank(char C) {
 
 // Reads the longest run from the cursor that begins some entry of List; it is a token of Kind
 // only when that run is an entry itself.
-bool TZvSQLScanner::ReadOperator(const TZvWordList& List, TTokenKind Kind) {
+bool TZvSQLScanner::ReadOperator(std::uint8_t PrefixFlag, std::uint8_t EntryFlag, TTokenKind Kind) {
     const std::string_view Rest = std::string_view(Expression).substr(static_cast<std::size_t>(Position - 1));
     std::size_t Run = 0;
-    while (Run < Rest.size() && List.IsPrefixOfEntry(Rest.substr(0, Run + 1)))
+    while (Run < Rest.size() && (OperatorParts.Find(Rest.substr(0, Run + 1)) & PrefixFlag))
         ++Run;
-    if (Run == 0 || !List.Contains(Rest.substr(0, Run)))
+    if (Run == 0 || !(OperatorParts.Find(Rest.substr(0, Run)) & EntryFlag))
         return false;
     Token.assign(Rest.substr(0, Run));
     Position += static_cast<std::int32_t>(Run);

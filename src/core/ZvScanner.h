@@ -267,11 +267,12 @@ private:
     }
     bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
     void BuildClassTables();
+    void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
     void FillList(TZvWordList& List, const std::string& CommaText);
     bool ReadQuote(char C);
     bool ReadFloat();
     void ReadDelimiterOrBlank(char C);
-    bool ReadOperator(const TZvWordList& List, TTokenKind Kind);
+    bool ReadOperator(std::uint8_t PrefixFlag, std::uint8_t EntryFlag, TTokenKind Kind);
     void RaiseUnterminated();
     void AdjustLevelAfterToken();
 
@@ -288,6 +289,10 @@ private:
     TZvWordFlags WordClasses;
     std::array<std::uint8_t, 256> CharWordClass{};  // WordClasses of the one-character words
     std::array<std::int8_t, 256> LevelDelta{};      // +1 opens a level, -1 closes one
+    // Every beginning of a comparison or complex operator (opPrefix flags) and the operators
+    // themselves (opEntry flags), so that reading "<=" costs a few hash look-ups.
+    enum : std::uint8_t { opComparePrefix = 1, opCompare = 2, opComplexPrefix = 4, opComplex = 8 };
+    TZvWordFlags OperatorParts;
     std::uint8_t WordFlagsOfToken() const {
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }

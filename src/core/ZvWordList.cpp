@@ -18,6 +18,17 @@ std::uint64_t FoldedHash(std::string_view Text) {
     return H;
 }
 
+// Keys are stored upper-cased, so only the probe's letters need folding.
+bool MatchesKey(const std::string& Key, std::string_view Text) {
+    if (Key.size() != Text.size())
+        return false;
+    for (std::size_t I = 0; I < Text.size(); ++I) {
+        if (UpCase(Text[I]) != Key[I])
+            return false;
+    }
+    return true;
+}
+
 std::string_view TrimBlanks(std::string_view S) {
     while (!S.empty() && static_cast<unsigned char>(S.front()) <= ' ')
         S.remove_prefix(1);
@@ -40,7 +51,7 @@ void TZvWordFlags::Clear() {
 std::size_t TZvWordFlags::Locate(std::string_view Text) const {
     const std::size_t Mask = Slots.size() - 1;
     std::size_t Slot = FoldedHash(Text) & Mask;
-    while (Slots[Slot] != 0 && !SameText(Keys[Slots[Slot] - 1], Text))
+    while (Slots[Slot] != 0 && !MatchesKey(Keys[Slots[Slot] - 1], Text))
         Slot = (Slot + 1) & Mask;
     return Slot;
 }
