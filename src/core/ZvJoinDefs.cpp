@@ -144,7 +144,8 @@ TZvJoinDef* TZvJoinDefs::Find(std::string_view LeftField, std::string_view Table
                               std::string_view RightField) const {
     for (int I = 0; I < Count(); ++I) {
         TZvJoinDef* Join = Items(I);
-        if (SameIdentifier(Join->GetLeftField(), LeftField) && SameIdentifier(Join->GetTableAlias(), TableAlias) &&
+        if (SameIdentifier(Join->GetLeftField(), LeftField) &&
+            SameIdentifier(Join->GetTableAlias(), TableAlias) &&
             SameIdentifier(Join->GetRightField(), RightField))
             return Join;
     }

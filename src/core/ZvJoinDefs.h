@@ -93,7 +93,8 @@ public:
 
     // The first join whose LeftField, TableAlias and RightField are SameIdentifier to the three
     // texts; null when none.
-    TZvJoinDef* Find(std::string_view LeftField, std::string_view TableAlias, std::string_view RightField) const;
+    TZvJoinDef* Find(std::string_view LeftField, std::string_view TableAlias,
+                     std::string_view RightField) const;
     // After Join (a join against a constant) was edited, where the dialect writes constants into
     // joins: unless another join to the same target (exact alias) compares two columns, every other
     // join to that target goes, as they were the distributed copies of the old condition.

@@ -24,9 +24,9 @@ void AppendListEntry(std::string& List, const std::string& Entry) {
 // why a condition already written by the join's own text may be appended once more.
 std::string MergedCondition(const TZvJoinDef& Join) {
     const TZvTableDef* Owner = Join.GetTableDef();
-    return Join.GetConditionScript(Join.ProcessName(Owner ? Owner->GetAlias() : std::string()),
-                                   Join.ProcessName(Join.GetLeftField()), Join.ProcessName(Join.GetTableAlias()),
-                                   Join.ProcessName(Join.GetRightField()));
+    return Join.GetConditionScript(
+        Join.ProcessName(Owner ? Owner->GetAlias() : std::string()), Join.ProcessName(Join.GetLeftField()),
+        Join.ProcessName(Join.GetTableAlias()), Join.ProcessName(Join.GetRightField()));
 }
 
 bool HasJoinTo(const TZvTableDef& Table, const std::string& Alias) {
@@ -137,7 +137,8 @@ std::string TZvTableDefs::GetScript() const {
         Select = "*";
     if (From.empty())
         return Select;
-    return Select + "\r\n" + (Parser ? Parser->ProcessKeyword("FROM") : std::string("FROM")) + "\r\n" + From + "\r\n";
+    return Select + "\r\n" + (Parser ? Parser->ProcessKeyword("FROM") : std::string("FROM")) + "\r\n" + From +
+           "\r\n";
 }
 
 void TZvTableDefs::UpdateJoinsWithConsts() {

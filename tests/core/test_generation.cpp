@@ -49,7 +49,8 @@ struct TStatement {
         F->SetKind(fkFunction);
         return F;
     }
-    static void Join(TZvTableDef* Owner, const std::string& Left, const std::string& Target, const std::string& Right) {
+    static void Join(TZvTableDef* Owner, const std::string& Left, const std::string& Target,
+                     const std::string& Right) {
         TZvJoinDef* J = Owner->GetJoinDefs().Add();
         J->SetLeftField(Left);
         J->SetTableAlias(Target);
@@ -237,8 +238,9 @@ TEST(TZvTableDefs, AJoinedTableIsWrittenOnlyInsideTheChainOfTheTableJoiningIt) {
     TZvTableDef* O = S.Table("ORDERS", "O");
     S.Table("REGIONS", "R");
     S.Join(O, "CUST_ID", "C", "ID");
-    EXPECT_EQ(S.Tables.GetScript(), "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID),\r\n"
-                                    "  REGIONS R\r\n");
+    EXPECT_EQ(S.Tables.GetScript(),
+              "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID),\r\n"
+              "  REGIONS R\r\n");
 }
 
 TEST(TZvTableDefs, WithoutParserTheFromKeywordIsWrittenAsItStands) {
@@ -259,8 +261,9 @@ TEST(TZvTableDefs, ConstantJoinsOfAllTablesStartTheChainAtTheFirstNamedTable) {
     S.Join(A, "ID", "B", "AID");
     S.Join(B, "AID", "A", "ID");
     S.Column(A, "ID");
-    EXPECT_EQ(S.Parser.GetExpression(), "SELECT \r\n  A.ID\r\nFROM\r\n  A\r\n  INNER JOIN B ON (A.ID = B.AID)\r\n"
-                                        "  INNER JOIN A ON (B.AID = A.ID)\r\n");
+    EXPECT_EQ(S.Parser.GetExpression(),
+              "SELECT \r\n  A.ID\r\nFROM\r\n  A\r\n  INNER JOIN B ON (A.ID = B.AID)\r\n"
+              "  INNER JOIN A ON (B.AID = A.ID)\r\n");
 }
 
 TEST(TZvTableDefs, AnIncompleteJoinDoesNotOpenALineForLaterConditions) {
@@ -270,7 +273,8 @@ TEST(TZvTableDefs, AnIncompleteJoinDoesNotOpenALineForLaterConditions) {
     S.Join(O, "", "C", "ID");
     S.Join(O, "CUST_ID", "C", "ID");
     S.Join(O, "REGION", "C", " ");
-    EXPECT_EQ(S.Tables.GetScript(), "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)\r\n");
+    EXPECT_EQ(S.Tables.GetScript(),
+              "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)\r\n");
 }
 
 // ---- GROUP BY -----------------------------------------------------------------------------------
@@ -462,14 +466,16 @@ TEST(TZvSelectParser, DeletingAJoinedTableDropsItsJoinFieldsAndConditions) {
     S.Where("C.ID", ">", "0");
     S.Parser.GetOrderByItems().Add("C.NAME");
     S.Tables.Delete(S.C->GetIndex());
-    EXPECT_EQ(S.Parser.GetExpression(), "SELECT \r\n  O.ID\r\nFROM\r\n  ORDERS O\r\nWHERE\r\n  (O.AMOUNT > 100)\r\n");
+    EXPECT_EQ(S.Parser.GetExpression(),
+              "SELECT \r\n  O.ID\r\nFROM\r\n  ORDERS O\r\nWHERE\r\n  (O.AMOUNT > 100)\r\n");
 }
 
 // ---- the round trip through the statement reader ----------------------------------------------------
 
 TEST(TZvSelectParser, TheWorkedExampleReadFromTextIsWrittenBackTheSame) {
-    const std::string Text = "SELECT \r\n  O.ID,\r\n  C.NAME\r\nFROM\r\n  ORDERS O\r\n"
-                             "  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)\r\nWHERE\r\n  (O.AMOUNT > 100)\r\n";
+    const std::string Text =
+        "SELECT \r\n  O.ID,\r\n  C.NAME\r\nFROM\r\n  ORDERS O\r\n"
+        "  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)\r\nWHERE\r\n  (O.AMOUNT > 100)\r\n";
     TZvSelectParser Parser;
     Parser.SetExpression("select O.ID, C.NAME from ORDERS O join CUSTOMERS C on O.CUST_ID = C.ID "
                          "where O.AMOUNT > 100");

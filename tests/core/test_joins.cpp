@@ -205,7 +205,8 @@ TEST(TZvJoinDef, AnOwnerWithoutAliasIsQualifiedByItsName) {
     TZvTableDef* O = M.Table("ORDERS");
     M.Table("CUSTOMERS", "C");
     O->SetAlias("");
-    EXPECT_EQ(M.Join(O, "CUST_ID", "C", "ID")->GetScript(), "INNER JOIN CUSTOMERS C ON (ORDERS.CUST_ID = C.ID)");
+    EXPECT_EQ(M.Join(O, "CUST_ID", "C", "ID")->GetScript(),
+              "INNER JOIN CUSTOMERS C ON (ORDERS.CUST_ID = C.ID)");
 }
 
 TEST(TZvJoinDef, ATargetNamedByItsTableNameIsFoundByName) {
@@ -329,9 +330,8 @@ TEST(TZvJoinDefs, TheListWritesEachJoinOnItsOwnIndentedLine) {
     M.Join(M.O, "CUST_ID", "C", "ID");
     M.Join(M.O, "X", "GONE", "Y");
     M.Join(M.O, "PRODUCT_ID", "P", "ID", zvjLOuterJoin);
-    EXPECT_EQ(M.O->GetJoinDefs().GetScript(),
-              "\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)"
-              "\r\n  LEFT OUTER JOIN PRODUCTS P ON (O.PRODUCT_ID = P.ID)");
+    EXPECT_EQ(M.O->GetJoinDefs().GetScript(), "\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)"
+                                              "\r\n  LEFT OUTER JOIN PRODUCTS P ON (O.PRODUCT_ID = P.ID)");
     EXPECT_EQ(M.C->GetJoinDefs().GetScript(), "");
 }
 
@@ -426,8 +426,9 @@ TEST(TZvTableDef, MergedConditionsQuoteTheAliasesLikeNames) {
     M.Table("CUSTOMERS", "c y");
     M.Join(O, "CUST_ID", "c y", "ID");
     M.Join(O, "REGION", "c y", "REGION");
-    EXPECT_EQ(M.Lines(O), std::vector<std::string>{std::string("INNER JOIN CUSTOMERS c y ON (o x.CUST_ID = c y.ID)") +
-                                                 AND_BREAK + "(\"o x\".REGION = \"c y\".REGION)"});
+    EXPECT_EQ(M.Lines(O),
+              std::vector<std::string>{std::string("INNER JOIN CUSTOMERS c y ON (o x.CUST_ID = c y.ID)") +
+                                       AND_BREAK + "(\"o x\".REGION = \"c y\".REGION)"});
 }
 
 TEST(TZvTableDef, AChainOfJoinedTablesFollowsTheFirstTable) {
@@ -455,8 +456,9 @@ TEST(TZvTableDef, ABranchIsWrittenAfterTheWholeChainOfTheBranchBeforeIt) {
     M.Join(A, "BID", "B", "ID");
     M.Join(A, "CID", "C", "ID");
     M.Join(B, "DID", "D", "ID");
-    EXPECT_EQ(M.Lines(A), (std::vector<std::string>{"INNER JOIN B ON (A.BID = B.ID)", "INNER JOIN D ON (B.DID = D.ID)",
-                                                    "INNER JOIN C ON (A.CID = C.ID)"}));
+    EXPECT_EQ(M.Lines(A),
+              (std::vector<std::string>{"INNER JOIN B ON (A.BID = B.ID)", "INNER JOIN D ON (B.DID = D.ID)",
+                                        "INNER JOIN C ON (A.CID = C.ID)"}));
 }
 
 TEST(TZvTableDef, AChainThatReturnsToItsFirstTableEndsOnTheRepeatedCondition) {
@@ -465,7 +467,8 @@ TEST(TZvTableDef, AChainThatReturnsToItsFirstTableEndsOnTheRepeatedCondition) {
     TZvTableDef* B = M.Table("B");
     M.Join(A, "ID", "B", "AID");
     M.Join(B, "AID", "A", "ID");
-    EXPECT_EQ(M.Lines(A), (std::vector<std::string>{"INNER JOIN B ON (A.ID = B.AID)", "INNER JOIN A ON (B.AID = A.ID)"}));
+    EXPECT_EQ(M.Lines(A),
+              (std::vector<std::string>{"INNER JOIN B ON (A.ID = B.AID)", "INNER JOIN A ON (B.AID = A.ID)"}));
 }
 
 TEST(TZvTableDef, AChainThatReturnsToAJoinedTableAddsItsConditionOnceAndStops) {
@@ -476,8 +479,8 @@ TEST(TZvTableDef, AChainThatReturnsToAJoinedTableAddsItsConditionOnceAndStops) {
     M.Join(A, "ID", "B", "AID");
     M.Join(B, "ID", "C", "BID");
     M.Join(C, "BID", "B", "ID");
-    EXPECT_EQ(M.Lines(A), (std::vector<std::string>{std::string("INNER JOIN B ON (A.ID = B.AID)") + AND_BREAK +
-                                                        "(C.BID = B.ID)",
+    EXPECT_EQ(M.Lines(A), (std::vector<std::string>{std::string("INNER JOIN B ON (A.ID = B.AID)") +
+                                                        AND_BREAK + "(C.BID = B.ID)",
                                                     "INNER JOIN C ON (B.ID = C.BID)"}));
 }
 
@@ -573,9 +576,10 @@ TEST(TZvTableDefs, AConstantConditionIsCopiedToEveryTableTheJoinsTouch) {
     EXPECT_EQ(Joins.Items(3)->GetLeftField(), "STATUS");
     EXPECT_EQ(Joins.Items(3)->GetRightField(), "'A'");
     EXPECT_TRUE(Joins.Items(3)->GetRightConst());
-    EXPECT_EQ(O->GetScript(), std::string("  ORDERS O") + "\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)" +
-                                    AND_BREAK + "(O.STATUS = 'A')" + "\r\n  INNER JOIN PRODUCTS P ON (O.PRODUCT_ID = P.ID)" +
-                                    AND_BREAK + "(O.STATUS = 'A')");
+    EXPECT_EQ(O->GetScript(),
+              std::string("  ORDERS O") + "\r\n  INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)" + AND_BREAK +
+                  "(O.STATUS = 'A')" + "\r\n  INNER JOIN PRODUCTS P ON (O.PRODUCT_ID = P.ID)" + AND_BREAK +
+                  "(O.STATUS = 'A')");
 }
 
 TEST(TZvTableDefs, ATableThatJoinsTheConstantsTableReceivesTheConditionMirrored) {
@@ -670,7 +674,8 @@ TEST(TZvTableDefs, RenamingATargetAliasRepointsItsJoinsInTheText) {
     M.Join(M.O, "CUST_ID", "C", "ID");
     M.C->SetAlias("K");
     EXPECT_EQ(M.O->GetJoinDefs().Items(0)->GetTableAlias(), "K");
-    EXPECT_EQ(M.Tables.GetScript(), "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS K ON (O.CUST_ID = K.ID)\r\n");
+    EXPECT_EQ(M.Tables.GetScript(),
+              "*\r\nFROM\r\n  ORDERS O\r\n  INNER JOIN CUSTOMERS K ON (O.CUST_ID = K.ID)\r\n");
 }
 
 TEST(TZvTableDefs, RenamingTheOwnerAliasChangesTheLeftQualifier) {
