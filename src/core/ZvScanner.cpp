@@ -162,8 +162,8 @@ void TZvScanner::StepBack() {
 
 TZvSQLScanner::TZvSQLScanner() = default;
 
-void TZvSQLScanner::EnsureDefined() {
-    if (Defined || Defining)
+void TZvSQLScanner::DefineLists() {
+    if (Defining)
         return;
     // Defining guards against a dialect's Define operation asking for a list while it is filled.
     Defining = true;
@@ -361,7 +361,12 @@ void TZvSQLScanner::BuildClassTables() {
     for (int Code = 0; Code < 256; ++Code) {
         const char C = static_cast<char>(static_cast<unsigned char>(Code));
         CharWordClass[static_cast<std::size_t>(Code)] = WordClasses.Find(std::string_view(&C, 1));
+        constexpr std::uint16_t NotPlain = ccOperatorStart | ccDelim | ccQuote | ccIdentQuote;
+        std::uint16_t& Bits = CharClass[static_cast<std::size_t>(Code)];
+        if ((Bits & ccSpace) && !(Bits & NotPlain) && CharWordClass[static_cast<std::size_t>(Code)] == 0)
+            Bits |= ccPlainBlank;
     }
+    PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
     CharClassesValid = true;
 }
 
@@ -469,12 +474,9 @@ void TZvSQLScanner::GetNextToken() {
 void TZvSQLScanner::SkipBlanks() {
     if (!CharClassesValid)
         BuildClassTables();
-    constexpr std::uint16_t NotPlain = ccOperatorStart | ccDelim | ccQuote | ccIdentQuote;
-    const bool PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
     while (Position <= Length) {
         const char C = CharAt(Position);
-        const std::uint16_t Bits = CharClass[static_cast<unsigned char>(C)];
-        if ((Bits & ccSpace) && !(Bits & NotPlain) && CharWordClass[static_cast<unsigned char>(C)] == 0) {
+        if (CharClass[static_cast<unsigned char>(C)] & ccPlainBlank) {
             ++Position;
             ++Column;
         } else if (C == '\r' && PlainLineEnd && Position < Length && CharAt(Position + 1) == '\n') {

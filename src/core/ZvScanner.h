@@ -7,7 +7,7 @@
 
 #include <array>
 #include <cstdint>
-#include <initializer_list>
+#include <type_traits>
 #include <string>
 #include <string_view>
 
@@ -38,10 +38,10 @@ enum TTokenKind : std::uint8_t {
 class TTokenKinds {
 public:
     constexpr TTokenKinds() = default;
-    constexpr TTokenKinds(std::initializer_list<TTokenKind> Kinds) {
-        for (TTokenKind K : Kinds)
-            Include(K);
-    }
+    // {tkSpace, tkEol}: a fold rather than a loop, so that a set written in place costs nothing.
+    template <class... TKinds>
+        requires(sizeof...(TKinds) > 0 && (std::is_same_v<TKinds, TTokenKind> && ...))
+    constexpr TTokenKinds(TKinds... Kinds) : Bits(static_cast<std::uint16_t>((0u | ... | (1u << Kinds)))) {}
     constexpr bool Contains(TTokenKind K) const { return (Bits & Bit(K)) != 0; }
     constexpr void Include(TTokenKind K) { Bits = static_cast<std::uint16_t>(Bits | Bit(K)); }
     constexpr void Exclude(TTokenKind K) { Bits = static_cast<std::uint16_t>(Bits & ~Bit(K)); }
@@ -237,7 +237,11 @@ protected:
     bool IsBackwardQuote(char C) override;
 
     // Fills the word lists and booleans once, through the (possibly overridden) Define operations.
-    void EnsureDefined();
+    void EnsureDefined() {
+        if (!Defined)
+            DefineLists();
+    }
+    void DefineLists();
     // Reads the characters of one token, before it is classified.
     void ReadToken();
     void ClassifyWord(std::uint8_t WordFlags);
@@ -258,6 +262,7 @@ private:
         ccLevelDown = 1 << 8,
         ccOperatorStart = 1 << 9,
         ccDot = 1 << 10,  // "." may start a float's fraction whatever the dialect's delimiters
+        ccPlainBlank = 1 << 11,  // read as a lone blank token: no delimiter, quote, operator or word
     };
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
@@ -297,6 +302,7 @@ private:
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }
     bool CharClassesValid = false;
+    bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
     bool Defining = false;
 };

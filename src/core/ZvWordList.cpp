@@ -7,15 +7,21 @@ namespace zv {
 
 namespace {
 
-// FNV-1a over the bytes with bit 0x20 set, so that "Select" and "SELECT" land in one slot.
-// Other bytes that differ only in that bit collide too; equality is decided by SameText.
+// A hash of the length and five sampled bytes, each with bit 0x20 set so that "Select" and
+// "SELECT" land in one slot. Sampling keeps the cost flat for long names; words that collide are
+// told apart by the full comparison in Locate, and the word lists are small enough for that.
 std::uint64_t FoldedHash(std::string_view Text) {
-    std::uint64_t H = 14695981039346656037ULL;
-    for (char C : Text) {
-        H ^= static_cast<unsigned char>(C) | 0x20u;
-        H *= 1099511628211ULL;
-    }
-    return H;
+    auto Byte = [&](std::size_t I) { return static_cast<std::uint64_t>(static_cast<unsigned char>(Text[I]) | 0x20u); };
+    const std::size_t Size = Text.size();
+    std::uint64_t H = Size;
+    if (Size > 0)
+        H = (H << 8 | Byte(0)) * 31 + Byte(Size - 1);
+    if (Size > 2)
+        H = (H * 31 + Byte(1)) * 31 + Byte(Size - 2);
+    if (Size > 4)
+        H = H * 31 + Byte(Size / 2);
+    H *= 0x9E3779B97F4A7C15ULL;
+    return H ^ (H >> 29);
 }
 
 // Keys are stored upper-cased, so only the probe's letters need folding.
