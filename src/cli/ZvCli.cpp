@@ -9,6 +9,13 @@
 #include "ZvCriteria.h"
 #include "ZvErrors.h"
 #include "ZvParser.h"
+#include "dialects/ZvDb2Dialect.h"
+#include "dialects/ZvIBDialect.h"
+#include "dialects/ZvDbiDialect.h"
+#include "dialects/ZvMSDialect.h"
+#include "dialects/ZvMyDialect.h"
+#include "dialects/ZvOracleDialect.h"
+#include "dialects/ZvPgDialect.h"
 
 namespace zv {
 
@@ -54,14 +61,188 @@ void CheckMode(const std::string& Option, const std::string& Value) {
                             "' (asis, upper, lower, firstupper)"};
 }
 
+struct TServerName {
+    std::string_view Name;
+    TZvIBSQLServer Server;
+};
+
+constexpr TServerName kIBServers[] = {
+    {"dontcare", qssDontCare}, {"interbase", qssInterBase}, {"firebird", qssFireBird}};
+
+TZvIBSQLServer FindIBServer(std::string_view Name) {
+    for (const TServerName& S : kIBServers) {
+        if (S.Name == Name)
+            return S.Server;
+    }
+    throw TZvUsageError{"option --ib-server: unknown server kind '" + std::string(Name) +
+                        "' (dontcare, interbase, firebird)"};
+}
+
+std::string_view IBServerName(TZvIBSQLServer Server) {
+    for (const TServerName& S : kIBServers) {
+        if (S.Server == Server)
+            return S.Name;
+    }
+    return "unknown";
+}
+
+std::unique_ptr<TZvSelectParser> CreateGenericParser(const TZvCliOptions&) {
+    return std::make_unique<TZvSelectParser>();
+}
+
+std::unique_ptr<TZvSelectParser> CreateIBParser(const TZvCliOptions& Options) {
+    auto Parser = std::make_unique<TZvIBSelectParser>();
+    Parser->SetSQLDialect(Options.IBDialect == 1 ? qibDialect1 : qibDialect3);
+    Parser->SetSQLServer(FindIBServer(Options.IBServer));
+    return Parser;
+}
+
+nlohmann::ordered_json IBSettingsJson(TZvSelectParser& Parser) {
+    // The parser was made by CreateIBParser in the same row of the dialect table.
+    auto& IB = static_cast<TZvIBSelectParser&>(Parser);
+    nlohmann::ordered_json J;
+    J["sqlDialect"] = IB.GetSQLDialect() == qibDialect1 ? 1 : 3;
+    J["sqlServer"] = IBServerName(IB.GetSQLServer());
+    const TZvFBOptions& FB = IB.GetFBOptions();
+    J["fbOptions"] = {{"first", FB.GetFirst()}, {"skip", FB.GetSkip()}};
+    const TZvIBOptions& Rows = IB.GetIBOptions();
+    J["ibOptions"] = {{"rowsFrom", Rows.GetRowsFrom()}, {"rowsTo", Rows.GetRowsTo()},
+                      {"rowsBy", Rows.GetRowsBy()},     {"percent", Rows.GetPercent()},
+                      {"withTies", Rows.GetWithTies()}};
+    return J;
+}
+
+// The dialects without settings of their own: their parser as it comes, and their clause options
+// in the JSON model.
+template <class TParser>
+std::unique_ptr<TZvSelectParser> CreatePlainParser(const TZvCliOptions&) {
+    return std::make_unique<TParser>();
+}
+
+nlohmann::ordered_json PgSettingsJson(TZvSelectParser& Parser) {
+    // The parser was made by CreatePlainParser in the same row of the dialect table.
+    const TZvPgSQLOptions& Pg = static_cast<TZvPgSelectParser&>(Parser).GetPgOptions();
+    nlohmann::ordered_json J;
+    J["distinctOn"] = Pg.GetDistinctOn();
+    J["limit"] = Pg.GetLimit();
+    J["offset"] = Pg.GetOffset();
+    return J;
+}
+
+nlohmann::ordered_json Db2SettingsJson(TZvSelectParser& Parser) {
+    nlohmann::ordered_json J;
+    J["fetchFirst"] = static_cast<TZvDb2SelectParser&>(Parser).GetDb2Options().GetFetchFirst();
+    return J;
+}
+
+nlohmann::ordered_json OracleSettingsJson(TZvSelectParser& Parser) {
+    nlohmann::ordered_json J;
+    J["fetchFirst"] = static_cast<TZvOracleSelectParser&>(Parser).GetOracleOptions().GetFetchFirst();
+    return J;
+}
+
+std::unique_ptr<TZvSelectParser> CreateMyParser(const TZvCliOptions&) {
+    return std::make_unique<TZvMySelectParser>();
+}
+
+nlohmann::ordered_json MySettingsJson(TZvSelectParser& Parser) {
+    // The parser was made by CreateMyParser in the same row of the dialect table.
+    const TZvMySQLOptions& My = static_cast<TZvMySelectParser&>(Parser).GetMySQLOptions();
+    nlohmann::ordered_json J;
+    J["filter"] = My.GetFilter() == myfoNone ? std::string("none") : LowerCase(MySQLFilterWord(My.GetFilter()));
+    nlohmann::ordered_json Words = nlohmann::ordered_json::array();
+    for (std::size_t I = 0; I < My.GetSelectOptions().size(); ++I) {
+        if (My.GetSelectOptions().test(I))
+            Words.push_back(MySQLSelectOptionWord(static_cast<TZvMySQLSelectOption>(I)));
+    }
+    J["selectOptions"] = std::move(Words);
+    // The LIMIT numbers as written (they may pass 64 bits); none, one or two of them.
+    nlohmann::ordered_json Limit = nlohmann::ordered_json::array();
+    if (!My.GetLimitFirst().empty()) {
+        Limit.push_back(My.GetLimitFirst());
+        if (!My.GetLimitSecond().empty())
+            Limit.push_back(My.GetLimitSecond());
+    }
+    J["limit"] = std::move(Limit);
+    return J;
+}
+
+std::unique_ptr<TZvSelectParser> CreateDbiParser(const TZvCliOptions&) {
+    return std::make_unique<TZvDbiSelectParser>();
+}
+
+std::unique_ptr<TZvSelectParser> CreateMSParser(const TZvCliOptions& Options) {
+    auto Parser = std::make_unique<TZvMSSelectParser>();
+    Parser->SetQuotedIdentifier(Options.MSQuotedIdentifier);
+    return Parser;
+}
+
+nlohmann::ordered_json MSSettingsJson(TZvSelectParser& Parser) {
+    // The parser was made by CreateMSParser in the same row of the dialect table.
+    auto& MS = static_cast<TZvMSSelectParser&>(Parser);
+    const TZvMSSQLOptions& Top = MS.GetMSSQLOptions();
+    nlohmann::ordered_json J;
+    J["quotedIdentifier"] = MS.GetQuotedIdentifier();
+    J["all"] = Top.GetAll();
+    J["top"] = Top.GetTop();
+    J["percent"] = Top.GetPercent();
+    J["withTies"] = Top.GetWithTies();
+    return J;
+}
+
+// The one place that maps dialect names to parsers: each row makes its dialect's parser, set up
+// by that dialect's own options, and shows the dialect's settings in the JSON model.
+struct TCliDialect {
+    std::string_view Name;
+    std::unique_ptr<TZvSelectParser> (*Create)(const TZvCliOptions& Options);
+    // Null when the dialect has no settings of its own.
+    nlohmann::ordered_json (*Settings)(TZvSelectParser& Parser);
+};
+
+constexpr TCliDialect kDialects[] = {
+    {"generic", CreateGenericParser, nullptr},
+    {"interbase", CreateIBParser, IBSettingsJson},
+    {"mysql", CreateMyParser, MySettingsJson},
+    {"dbisam", CreateDbiParser, nullptr},
+    {"mssql", CreateMSParser, MSSettingsJson},
+    {"postgresql", CreatePlainParser<TZvPgSelectParser>, PgSettingsJson},
+    {"db2", CreatePlainParser<TZvDb2SelectParser>, Db2SettingsJson},
+    {"oracle", CreatePlainParser<TZvOracleSelectParser>, OracleSettingsJson},
+};
+
+const TCliDialect* FindDialect(std::string_view Name) {
+    for (const TCliDialect& D : kDialects) {
+        if (D.Name == Name)
+            return &D;
+    }
+    return nullptr;
+}
+
+bool OnOff(const std::string& Option, const std::string& Value) {
+    if (Value != "on" && Value != "off")
+        throw TZvUsageError{"option " + Option + ": '" + Value + "' is neither on nor off"};
+    return Value == "on";
+}
+
+int IBDialectNumber(const std::string& Value) {
+    if (Value != "1" && Value != "3")
+        throw TZvUsageError{"option --ib-dialect: unknown SQL dialect '" + Value + "' (1, 3)"};
+    return Value == "1" ? 1 : 3;
+}
+
 } // namespace
 
 std::vector<std::string> DialectNames() {
-    return {"generic"};
+    std::vector<std::string> Names;
+    for (const TCliDialect& D : kDialects)
+        Names.emplace_back(D.Name);
+    return Names;
 }
 
 TZvCliOptions ParseCliArguments(const std::vector<std::string>& Args) {
     TZvCliOptions Options;
+    bool IBOptionGiven = false;
+    bool MSOptionGiven = false;
     for (std::size_t I = 0; I < Args.size(); ++I) {
         const std::string& Arg = Args[I];
         if (Arg == "--help" || Arg == "-h") {
@@ -74,6 +255,17 @@ TZvCliOptions ParseCliArguments(const std::vector<std::string>& Args) {
         } else if (IsOption(Arg, "--functions")) {
             Options.Functions = OptionValue(Args, I, "--functions");
             CheckMode("--functions", Options.Functions);
+        } else if (IsOption(Arg, "--ib-dialect")) {
+            Options.IBDialect = IBDialectNumber(OptionValue(Args, I, "--ib-dialect"));
+            IBOptionGiven = true;
+        } else if (IsOption(Arg, "--ib-server")) {
+            Options.IBServer = OptionValue(Args, I, "--ib-server");
+            FindIBServer(Options.IBServer);
+            IBOptionGiven = true;
+        } else if (IsOption(Arg, "--mssql-quoted-identifier")) {
+            Options.MSQuotedIdentifier =
+                OnOff("--mssql-quoted-identifier", OptionValue(Args, I, "--mssql-quoted-identifier"));
+            MSOptionGiven = true;
         } else if (Arg == "--no-always-bracket") {
             Options.AlwaysBracket = false;
         } else if (Arg == "--no-quote-identifiers") {
@@ -101,6 +293,10 @@ TZvCliOptions ParseCliArguments(const std::vector<std::string>& Args) {
         throw TZvUsageError{"unknown dialect '" + Options.Dialect + "'"};
     if (Options.Lines && Options.Command != "format")
         throw TZvUsageError{"--lines goes with the format command"};
+    if (IBOptionGiven && Options.Dialect != "interbase")
+        throw TZvUsageError{"--ib-dialect and --ib-server go with --dialect interbase"};
+    if (MSOptionGiven && Options.Dialect != "mssql")
+        throw TZvUsageError{"--mssql-quoted-identifier goes with --dialect mssql"};
     return Options;
 }
 
@@ -127,6 +323,14 @@ std::string CliUsage() {
            "  --functions MODE        case of function names, same modes (default asis)\n"
            "  --no-always-bracket     do not bracket every condition of WHERE and HAVING\n"
            "  --no-quote-identifiers  never quote names\n"
+           "  --ib-dialect 1|3        (interbase) SQL dialect number: 1 reads double quotes as string\n"
+           "                          quotes and never quotes names, 3 quotes names (default 3)\n"
+           "  --ib-server KIND        (interbase) server kind: dontcare reads and writes FIRST/SKIP\n"
+           "                          and ROWS, interbase only ROWS, firebird only FIRST/SKIP\n"
+           "                          (default dontcare)\n"
+           "  --mssql-quoted-identifier on|off\n"
+           "                          (mssql) on: a double quote encloses a name, off: a string\n"
+           "                          (default on)\n"
            "  --lines                 (format) every non-empty input line is one statement; for each,\n"
            "                          its text and \"\\n\", or \"error: \" and the message; exit 0\n"
            "  --help                  this text\n"
@@ -135,9 +339,10 @@ std::string CliUsage() {
 }
 
 std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options) {
-    if (Options.Dialect != "generic")
+    const TCliDialect* Dialect = FindDialect(Options.Dialect);
+    if (Dialect == nullptr)
         return nullptr;
-    auto Parser = std::make_unique<TZvSelectParser>();
+    std::unique_ptr<TZvSelectParser> Parser = Dialect->Create(Options);
     TZvScriptFormat Format;
     TZvFormatMode Mode = qfmAsIs;
     FindMode(Options.Keywords, Mode);
@@ -294,7 +499,7 @@ std::string Dump(const ordered_json& J) {
 
 } // namespace
 
-std::string ModelToJson(TZvSelectParser& Parser) {
+std::string ModelToJson(TZvSelectParser& Parser, std::string_view Dialect) {
     ordered_json J;
     J["distinct"] = Parser.GetDistinct();
     ordered_json Tables = ordered_json::array();
@@ -314,6 +519,8 @@ std::string ModelToJson(TZvSelectParser& Parser) {
         OrderBy.push_back(std::move(Entry));
     }
     J["orderBy"] = std::move(OrderBy);
+    if (const TCliDialect* Row = FindDialect(Dialect); Row != nullptr && Row->Settings != nullptr)
+        J["options"] = Row->Settings(Parser);
     J["sql"] = Parser.GetExpression();
     return Dump(J);
 }
@@ -365,7 +572,7 @@ int RunCli(const TZvCliOptions& Options, const std::string& Input, std::ostream&
         return 1;
     }
     if (Options.Command == "model")
-        Out << ModelToJson(*Parser) << '\n';
+        Out << ModelToJson(*Parser, Options.Dialect) << '\n';
     else
         Out << Parser->GetExpression();
     return 0;

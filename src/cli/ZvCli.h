@@ -16,6 +16,12 @@ class TZvSelectParser;
 struct TZvCliOptions {
     std::string Command;  // "format" or "model"
     std::string Dialect = "generic";
+    // InterBase/Firebird: the SQL dialect number (1 or 3) and the server kind
+    // (dontcare, interbase, firebird).
+    int IBDialect = 3;
+    std::string IBServer = "dontcare";
+    // Microsoft SQL Server: whether a double quote encloses a name (on) or a string (off).
+    bool MSQuotedIdentifier = true;
     std::string Keywords = "asis";
     std::string Functions = "asis";
     bool AlwaysBracket = true;
@@ -43,8 +49,9 @@ std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options);
 // break is dropped.
 std::string NormalizeInputText(std::string_view Text);
 
-// The model of a parsed statement as JSON text (two-space indentation, no final line break).
-std::string ModelToJson(TZvSelectParser& Parser);
+// The model of a parsed statement as JSON text (two-space indentation, no final line break). A
+// parser made for a dialect with settings of its own (the named one) also shows them, as "options".
+std::string ModelToJson(TZvSelectParser& Parser, std::string_view Dialect = "generic");
 
 // Runs the command on Input; writes to Out and Err; returns the exit code (0 success, 1 parse
 // error, 2 usage error).

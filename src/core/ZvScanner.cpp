@@ -787,6 +787,14 @@ bool TZvSQLScanner::NeedQuotes(std::string_view S) {
     return true;
 }
 
+bool TZvSQLScanner::NeedQuotesReserved(std::string_view S) {
+    if (S.size() > 1 && IsIdentQuote(S.front()) && IsIdentQuote(S.back()))
+        return false;
+    if (IsKeyword(S) || IsFunction(S))
+        return true;
+    return TZvSQLScanner::NeedQuotes(S) && !IsIdentifier(S);
+}
+
 std::string TZvSQLScanner::QuoteName(std::string_view S) {
     std::string Name(S);
     if (S.size() > 2 && IsIdentQuote(S.front()) && S.back() == GetQuotePair(S.front()))

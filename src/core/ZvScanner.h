@@ -235,6 +235,10 @@ public:
 protected:
     bool IsForwardQuote(char C) override;
     bool IsBackwardQuote(char C) override;
+    // NeedQuotes of the dialects whose reserved words can never stand as bare names: a name
+    // enclosed in identifier quotes needs none; a keyword or function name always does; anything
+    // else only when the generic rule asks for them and it is not an identifier.
+    bool NeedQuotesReserved(std::string_view S);
 
     // Fills the word lists and booleans once, through the (possibly overridden) Define operations.
     void EnsureDefined() {

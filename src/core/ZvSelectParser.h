@@ -148,6 +148,12 @@ protected:
     // Fills the fresh operator list with the standard operators; a dialect calls this and adds
     // its own, or fills the list itself.
     virtual void DefineOperators();
+    // The text GetExpression puts between "SELECT " and the field list, ending in a blank when
+    // not empty: "DISTINCT " here; a dialect adds its own select options around it.
+    virtual std::string GetSelectClauseScript();
+    // The text GetExpression puts after the statement's last clause: empty here; a dialect's
+    // trailing clauses, each a line of its own ending in "\r\n".
+    virtual std::string GetAppendixScript();
 
 
     // --- the statement reader: one handler per state, each overridable by a dialect ---
@@ -176,6 +182,10 @@ protected:
     virtual void DoParseAppendix();
     // A condition (WHERE or HAVING) into Target, by operator precedence.
     virtual void DoParseCriterions(TZvCriterions& Target);
+    // Called after each side of a simple condition is read: the left operand (Right false, before
+    // the operator) and the right operands (Right true). The generic reader reads nothing there; a
+    // dialect that writes a mark after an operand (an outer-join mark) reads it here.
+    virtual void DoParseCriterionSide(TZvCriterion& /*Criterion*/, bool /*Right*/) {}
     // One operand or expression at the current token into Target; returns the text by which it
     // names its table (alias or name as written), empty when it names none. See the reader's
     // file for the accepted forms.
@@ -204,6 +214,21 @@ protected:
     std::string TokenAlias();
     // Sets the state to ssError with an explicit error type (0: chosen by the token).
     void Fail(std::int32_t Type = 0);
+    // The end of the select clause shared by every dialect: ssFieldDefs when the current token can
+    // begin the field list, else ssError. Dialects that read their own words instead of (or
+    // around) DISTINCT call this rather than the generic DoParseSelectClause.
+    void BeginFieldDefs();
+    // At the keyword before a clause's number (LIMIT, TOP ...): reads the next token, which must
+    // be an integer, and moves past it. Digits gets its text as written; Value the number, which
+    // must fit 32 bits. Otherwise the statement fails at that token and false is returned.
+    bool ReadClauseDigits(std::string& Digits);
+    bool ReadClauseNumber(std::int32_t& Value);
+    // The optional "PERCENT" and "WITH TIES" that close a clause limiting the rows, in this order.
+    // False, with the statement failed at the token after WITH, when TIES does not follow it.
+    bool ReadPercentAndTies(bool& Percent, bool& WithTies);
+    // After a dialect's trailing clause, which is the statement's last: ssEnd at the end of the
+    // text, else ssError at the token that follows.
+    void EndAfterLastClause();
 
     TZvSelectState State = ssBegin;
     std::int32_t ErrorType = 0;
@@ -256,6 +281,9 @@ private:
     TZvTableDef* FindOrCreateTable(const std::string& Reference);
     // The table a qualifier names: by alias as written, or by the bare alias of a quoted one.
     TZvTableDef* FindTableByReference(const std::string& Reference);
+    // A table reference as the FROM reader names a table: each dot-separated part unquoted
+    // ("my table".x is the table my table.x).
+    std::string BareReference(const std::string& Reference);
     bool StartsCondition();
     void ParseCriterion(TZvCriterion& Criterion);
     const TZvOperator* FirstSingleOperandOperator();
@@ -272,6 +300,13 @@ private:
     bool ExpressionHadAlias = false;
     // Where the token before the current one ended in the text (1-based, exclusive).
     std::int32_t PrevTokenEnd = 1;
+    // Nested calls and condition brackets are read by recursion or grow a tree that is written
+    // by recursion, so their depth is bounded well inside the stack; no real statement comes near.
+    // The "(" that would open level MaxNesting + 1 is an invalid token.
+    static constexpr std::int32_t MaxNesting = 1000;
+    std::int32_t CallDepth = 0;
+    // Set when the bound was passed: a call argument that fails then is not read again as text.
+    bool NestingExceeded = false;
 };
 
 } // namespace zv

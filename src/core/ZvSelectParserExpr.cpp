@@ -41,8 +41,15 @@ std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
     const std::string& Text = GetScanner().Expression;
     if (End <= Start)
         return {};
-    return Trim(std::string_view(Text).substr(static_cast<std::size_t>(Start - 1),
-                                              static_cast<std::size_t>(End - Start)));
+    // Only blanks are trimmed: any other character is part of a token (a control character of
+    // the word it stands in, a lone line feed a word of its own), and dropping it would write a
+    // different statement ("\x05SELECT" as SELECT).
+    std::string_view Span = std::string_view(Text).substr(static_cast<std::size_t>(Start - 1),
+                                                          static_cast<std::size_t>(End - Start));
+    const std::size_t First = Span.find_first_not_of(" \t");
+    if (First == std::string_view::npos)
+        return {};
+    return std::string(Span.substr(First, Span.find_last_not_of(" \t") - First + 1));
 }
 
 // Passes over tokens up to the matching ")" of the "(" at the current token, which is consumed
@@ -213,6 +220,9 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
 // A qualified name, t.*, or a function call. In a field, the qualifier names the field's table
 // (TableRef) and the name stays bare; in a condition (pepKeepQualifier) the name keeps it.
 bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
+    // An empty quoted name ("") names nothing, and an empty name is written as no text at all.
+    if (GetScanner().Token.empty())
+        return false;
     std::vector<std::string> Parts{TokenAlias()};
     std::string Last = TokenName();
     NextToken();
@@ -224,7 +234,7 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
             NextToken();
             break;
         }
-        if (!IsNameToken())
+        if (!IsNameToken() || GetScanner().Token.empty())
             return false;
         Parts.push_back(TokenAlias());
         Last = TokenName();
@@ -256,6 +266,16 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
 }
 
 bool TZvSelectParser::ReadArguments(TZvFunctionDefs& Arguments) {
+    if (CallDepth >= MaxNesting) {
+        NestingExceeded = true;
+        Fail(zvpeInvalidToken);
+        return false;
+    }
+    ++CallDepth;
+    struct TLeave {
+        std::int32_t& Depth;
+        ~TLeave() { --Depth; }
+    } Leave{CallDepth};
     NextToken();  // "("
     if (TokenIs(")")) {
         NextToken();
@@ -283,6 +303,8 @@ bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
         DoParseExpression(Argument, pepKeepQualifier);
     if (State != ssError && (TokenIs(",") || TokenIs(")")))
         return true;
+    if (NestingExceeded)
+        return false;
     State = SavedState;
     ErrorType = SavedErrorType;
     if (!SkipArgument())
@@ -366,8 +388,13 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
 TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
     if (TZvTableDef* Table = FindTableByReference(Reference))
         return Table;
+    // Named as the FROM list names it, so that the FROM entry finds and completes it; a qualified
+    // name found only by its first part would stand in the FROM list twice.
+    const std::string Name = BareReference(Reference);
+    if (TZvTableDef* Table = GetTableDefs().FindByName(Name))
+        return Table;
     TZvTableDef* Table = GetTableDefs().Add();
-    Table->SetName(GetScanner().ProcessIdent(Reference));
+    Table->SetName(Name);
     return Table;
 }
 
@@ -439,6 +466,14 @@ void FoldCriterions(const std::vector<TPostfixItem>& Postfix, std::vector<std::u
                     TZvCriterions& Target) {
     std::vector<TCondNode> Nodes;
     std::vector<int> Stack;
+    // An operand that is a group of the group's own filter gives its members instead of nesting.
+    auto Absorb = [&Nodes](TCondNode& Group, int Operand) {
+        const TCondNode& Node = Nodes[static_cast<std::size_t>(Operand)];
+        if (Node.Leaf < 0 && Node.Filter == Group.Filter)
+            Group.Members.insert(Group.Members.end(), Node.Members.begin(), Node.Members.end());
+        else
+            Group.Members.push_back(Operand);
+    };
     for (const TPostfixItem& Item : Postfix) {
         if (!Item.Connective) {
             Nodes.push_back({Item.Value, cfAll, {}});
@@ -452,22 +487,22 @@ void FoldCriterions(const std::vector<TPostfixItem>& Postfix, std::vector<std::u
             continue;
         const TZvCriterionFilter Filter = Item.Value == cnNot ? cfNot : Item.Value == cnAnd ? cfAll : cfAny;
         TCondNode Group{-1, Filter, {}};
-        for (std::size_t I = Stack.size() - Needed; I < Stack.size(); ++I) {
-            TCondNode& Operand = Nodes[static_cast<std::size_t>(Stack[I])];
-            if (Operand.Leaf < 0 && Operand.Filter == Filter)
-                Group.Members.insert(Group.Members.end(), Operand.Members.begin(), Operand.Members.end());
-            else
-                Group.Members.push_back(Stack[I]);
-        }
+        for (std::size_t I = Stack.size() - Needed; I < Stack.size(); ++I)
+            Absorb(Group, Stack[I]);
         Stack.resize(Stack.size() - Needed);
         Nodes.push_back(std::move(Group));
         Stack.push_back(static_cast<int>(Nodes.size()) - 1);
     }
     if (Stack.empty())
         return;
-    // Conditions left side by side without a connective are taken as all holding.
+    // Conditions left side by side without a connective are taken as all holding, exactly as if
+    // joined by AND: an AND group among them is merged, or the generated "a AND (b AND c)" would
+    // read back as one group of three and the text would change on every round trip.
     if (Stack.size() > 1) {
-        Nodes.push_back({-1, cfAll, Stack});
+        TCondNode Group{-1, cfAll, {}};
+        for (int Operand : Stack)
+            Absorb(Group, Operand);
+        Nodes.push_back(std::move(Group));
         Stack.assign(1, static_cast<int>(Nodes.size()) - 1);
     }
     const TCondNode& Root = Nodes[static_cast<std::size_t>(Stack.front())];
@@ -491,6 +526,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
     std::vector<std::unique_ptr<TZvCriterion>> Leaves;
     std::vector<TPostfixItem> Postfix;
     std::vector<int> Pending;
+    std::int32_t Open = 0;  // brackets open on Pending
     auto Push = [&](int Code) {
         while (!Pending.empty() && Priority(Pending.back()) >= Priority(Code)) {
             Postfix.push_back({true, Pending.back()});
@@ -503,6 +539,11 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
             Push(TokenIs("NOT") ? cnNot : TokenIs("AND") ? cnAnd : cnOr);
             NextToken();
         } else if (TokenIs("(")) {
+            if (Open == MaxNesting) {
+                Fail(zvpeInvalidToken);
+                return;
+            }
+            ++Open;
             Pending.push_back(cnOpen);
             NextToken();
         } else if (TokenIs(")")) {
@@ -514,6 +555,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
                 Fail(zvpeInvalidToken);
                 return;
             }
+            --Open;
             Pending.pop_back();
             NextToken();
         } else if (StartsCondition()) {
@@ -543,6 +585,9 @@ void TZvSelectParser::ParseCriterion(TZvCriterion& Criterion) {
     DoParseExpression(Criterion.GetLeftSide(), pepKeepQualifier);
     if (State == ssError)
         return;
+    DoParseCriterionSide(Criterion, false);
+    if (State == ssError)
+        return;
     const TZvOperator* Operator = ReadCriterionOperator();
     if (State == ssError)
         return;
@@ -556,6 +601,8 @@ void TZvSelectParser::ParseCriterion(TZvCriterion& Criterion) {
     }
     Criterion.SetOperatorCaption(Operator->GetCaption());
     ReadRightOperands(Criterion, *Operator);
+    if (State != ssError)
+        DoParseCriterionSide(Criterion, true);
 }
 
 const TZvOperator* TZvSelectParser::FirstSingleOperandOperator() {
@@ -639,8 +686,12 @@ void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperat
     } else {
         for (std::int32_t I = 0; I < Operator.GetCount(); ++I) {
             if (I > 0) {
-                if (!TokenIs(Operator.GetRelate()))
-                    break;
+                // Every operand is required: "X BETWEEN 1" would be written as "X BETWEEN 1 ", a
+                // condition that no longer reads back.
+                if (!TokenIs(Operator.GetRelate())) {
+                    Fail();
+                    return;
+                }
                 NextToken();
             }
             ReadRightOperand(*Right.Add());

@@ -4,6 +4,8 @@
 // conditions in ZvSelectParserExpr.cpp.
 #include "ZvSelectParser.h"
 
+#include <charconv>
+
 #include "ZvCriteria.h"
 #include "ZvErrors.h"
 #include "ZvTableDefs.h"
@@ -57,12 +59,33 @@ TZvTableDef* TZvSelectParser::FindTableByReference(const std::string& Reference)
         return Table;
     // A quoted reference also finds the table whose alias is the bare name (FROM "a b" gives the
     // alias a b, which is written with quotes again as the table's name).
-    const std::string Bare = GetScanner().ProcessIdent(Reference);
+    const std::string Bare = BareReference(Reference);
     if (Bare != Reference) {
         if (TZvTableDef* Table = Tables.FindByAlias(Bare))
             return Table;
     }
     return nullptr;
+}
+
+std::string TZvSelectParser::BareReference(const std::string& Reference) {
+    TZvSQLScanner& S = GetScanner();
+    std::string Bare;
+    std::size_t PartStart = 0;
+    char Open = 0;
+    for (std::size_t I = 0; I < Reference.size(); ++I) {
+        const char C = Reference[I];
+        if (Open != 0) {
+            // A doubled quote closes and opens again, which leaves the stretch open.
+            if (C == S.GetQuotePair(Open))
+                Open = 0;
+        } else if (S.IsIdentQuote(C)) {
+            Open = C;
+        } else if (C == '.') {
+            Bare += S.ProcessIdent(std::string_view(Reference).substr(PartStart, I - PartStart)) + ".";
+            PartStart = I + 1;
+        }
+    }
+    return Bare + S.ProcessIdent(std::string_view(Reference).substr(PartStart));
 }
 
 void TZvSelectParser::Fail(std::int32_t Type) {
@@ -87,6 +110,8 @@ void TZvSelectParser::DoParse() {
     ErrorType = 0;
     LastJoinKind = zvjInnerJoin;
     LeftHandTable.clear();
+    CallDepth = 0;
+    NestingExceeded = false;
     TZvSQLScanner& S = GetScanner();
     try {
         S.TokenKinds = TTokenKinds{};
@@ -162,10 +187,62 @@ void TZvSelectParser::DoParseSelectClause() {
         SetDistinct(true);
         NextToken();
     }
+    BeginFieldDefs();
+}
+
+void TZvSelectParser::BeginFieldDefs() {
     const bool Starts = TokenIs("*") || TokenIs("(") ||
                         IsIntersected(GetScanner().TokenKinds,
                                       {tkFunction, tkInteger, tkFloat, tkString, tkIdent, tkBoolean});
     State = Starts ? ssFieldDefs : ssError;
+}
+
+bool TZvSelectParser::ReadClauseDigits(std::string& Digits) {
+    NextToken();
+    if (!TokenHas(tkInteger)) {
+        Fail();
+        return false;
+    }
+    Digits = GetScanner().Token;
+    NextToken();
+    return true;
+}
+
+bool TZvSelectParser::ReadClauseNumber(std::int32_t& Value) {
+    NextToken();
+    const std::string& Token = GetScanner().Token;
+    std::int32_t Number = 0;
+    const auto [End, Error] = std::from_chars(Token.data(), Token.data() + Token.size(), Number);
+    if (!TokenHas(tkInteger) || Error != std::errc() || End != Token.data() + Token.size()) {
+        Fail();
+        return false;
+    }
+    Value = Number;
+    NextToken();
+    return true;
+}
+
+bool TZvSelectParser::ReadPercentAndTies(bool& Percent, bool& WithTies) {
+    Percent = TokenIs("PERCENT");
+    if (Percent)
+        NextToken();
+    WithTies = TokenIs("WITH");
+    if (!WithTies)
+        return true;
+    NextToken();
+    if (!TokenIs("TIES")) {
+        Fail();
+        return false;
+    }
+    NextToken();
+    return true;
+}
+
+void TZvSelectParser::EndAfterLastClause() {
+    if (AtEnd())
+        State = ssEnd;
+    else
+        Fail();
 }
 
 // SELECT ... INTO is not accepted.

@@ -194,19 +194,24 @@ void TZvIBSelectParser::Clear() {
     FBOptions.Clear();
 }
 
+// The scanner is this dialect's unless a caller replaced CreateScanner further down.
+TZvIBScanner* TZvIBSelectParser::GetIBScanner() {
+    return dynamic_cast<TZvIBScanner*>(&GetScanner());
+}
+
 TZvSQLDialect TZvIBSelectParser::GetSQLDialect() {
-    auto* Scanner = dynamic_cast<TZvIBScanner*>(&GetScanner());
-    return Scanner ? Scanner->GetSQLDialect() : qibDialect1;
+    TZvIBScanner* IB = GetIBScanner();
+    return IB ? IB->GetSQLDialect() : qibDialect1;
 }
 
 void TZvIBSelectParser::SetSQLDialect(TZvSQLDialect Value) {
-    if (auto* Scanner = dynamic_cast<TZvIBScanner*>(&GetScanner()))
-        Scanner->SetSQLDialect(Value);
+    if (TZvIBScanner* IB = GetIBScanner())
+        IB->SetSQLDialect(Value);
 }
 
 bool TZvIBSelectParser::GetCaseSensitiveIdentifiers() {
-    auto* Scanner = dynamic_cast<TZvIBScanner*>(&GetScanner());
-    return !(Scanner && Scanner->GetSQLDialect() == qibDialect1);
+    TZvIBScanner* IB = GetIBScanner();
+    return !(IB && IB->GetSQLDialect() == qibDialect1);
 }
 
 bool TZvIBSelectParser::IsProcEmptyInputParamsBracket() {

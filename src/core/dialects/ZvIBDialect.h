@@ -142,6 +142,7 @@ protected:
     std::string GetAppendixScript() override;
 
 private:
+    TZvIBScanner* GetIBScanner();
     bool ReadsFirstSkip() const { return SQLServer != qssInterBase; }
     bool ReadsRows() const { return SQLServer != qssFireBird; }
     bool ReadClauseNumber(std::int32_t& Value);

@@ -1,0 +1,1 @@
+select first 5 skip 1 a from t

@@ -1,0 +1,1 @@
+select first 5 a from t rows 2

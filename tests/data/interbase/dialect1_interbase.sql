@@ -1,0 +1,1 @@
+select a from t rows 2 to 3 with ties

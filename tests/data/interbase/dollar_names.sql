@@ -1,0 +1,1 @@
+select rdb$relation_name from rdb$relations

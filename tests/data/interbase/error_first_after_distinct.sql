@@ -1,0 +1,1 @@
+select distinct first 1 a from t

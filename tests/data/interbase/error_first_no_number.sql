@@ -1,0 +1,1 @@
+select first a from t

@@ -1,0 +1,1 @@
+select first 2147483648 a from t

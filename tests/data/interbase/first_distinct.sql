@@ -1,0 +1,1 @@
+select first 3 distinct a from t

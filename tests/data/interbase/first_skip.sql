@@ -1,0 +1,1 @@
+select first 10 skip 5 a from t

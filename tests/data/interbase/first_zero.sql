@@ -1,0 +1,1 @@
+select first 0 a from t

@@ -1,0 +1,1 @@
+select skip 1 a from t

@@ -1,0 +1,1 @@
+select p.a from proc() p

@@ -1,0 +1,1 @@
+select "Name", "ROWS", x from "My Table" m

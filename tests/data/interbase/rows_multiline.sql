@@ -1,0 +1,4 @@
+select a
+from t
+rows 1
+  to 2

@@ -1,0 +1,1 @@
+select skip 2 * from t
