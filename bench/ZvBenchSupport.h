@@ -12,6 +12,12 @@
 
 #include "ZvCorpus.h"
 #include "ZvParser.h"
+#include "dialects/ZvDb2Dialect.h"
+#include "dialects/ZvDbiDialect.h"
+#include "dialects/ZvMSDialect.h"
+#include "dialects/ZvMyDialect.h"
+#include "dialects/ZvOracleDialect.h"
+#include "dialects/ZvPgDialect.h"
 
 namespace zv {
 
@@ -20,9 +26,21 @@ struct TZvBenchDialect {
     std::unique_ptr<TZvSelectParser> (*Create)();
 };
 
+// A dialect's parser, made as the suites hold it.
+template <class TParser>
+std::unique_ptr<TZvSelectParser> MakeBenchParser() {
+    return std::make_unique<TParser>();
+}
+
 inline const std::vector<TZvBenchDialect>& BenchDialects() {
     static const std::vector<TZvBenchDialect> Dialects = {
         {"generic", [] { return std::make_unique<TZvSelectParser>(); }},
+        {"postgresql", MakeBenchParser<TZvPgSelectParser>},
+        {"db2", MakeBenchParser<TZvDb2SelectParser>},
+        {"oracle", MakeBenchParser<TZvOracleSelectParser>},
+        {"mysql", MakeBenchParser<TZvMySelectParser>},
+        {"dbisam", MakeBenchParser<TZvDbiSelectParser>},
+        {"mssql", MakeBenchParser<TZvMSSelectParser>},
     };
     return Dialects;
 }

@@ -9,6 +9,7 @@
 #include "ZvCriteria.h"
 #include "ZvErrors.h"
 #include "ZvParser.h"
+#include "ZvUtils.h"
 #include "dialects/ZvDb2Dialect.h"
 #include "dialects/ZvIBDialect.h"
 #include "dialects/ZvDbiDialect.h"

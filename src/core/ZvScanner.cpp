@@ -795,6 +795,12 @@ bool TZvSQLScanner::NeedQuotesReserved(std::string_view S) {
     return TZvSQLScanner::NeedQuotes(S) && !IsIdentifier(S);
 }
 
+std::string TZvSQLScanner::QuoteStrInAnyQuote(std::string_view S) {
+    if (S.size() >= 2 && S.front() == S.back() && IsQuote(S.front()))
+        return std::string(S);
+    return TZvSQLScanner::QuoteStr(S);
+}
+
 std::string TZvSQLScanner::QuoteName(std::string_view S) {
     std::string Name(S);
     if (S.size() > 2 && IsIdentQuote(S.front()) && S.back() == GetQuotePair(S.front()))

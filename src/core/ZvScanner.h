@@ -239,6 +239,9 @@ protected:
     // enclosed in identifier quotes needs none; a keyword or function name always does; anything
     // else only when the generic rule asks for them and it is not an identifier.
     bool NeedQuotesReserved(std::string_view S);
+    // QuoteStr of the dialects with more than one string quote: a literal already enclosed in one
+    // of them (IsQuote) stays as written, since wrapping it in the other would change its text.
+    std::string QuoteStrInAnyQuote(std::string_view S);
 
     // Fills the word lists and booleans once, through the (possibly overridden) Define operations.
     void EnsureDefined() {

@@ -8,8 +8,8 @@ namespace zv {
 
 namespace {
 
-// Kept exactly as the server's documentation lists them: "ABS,ABSVAL" stands twice, "||" is
-// listed as a function (the concatenation written as a call) and several names repeat.
+// Kept as given: "ABS,ABSVAL" stands twice, "||" is an entry (the concatenation counted among
+// the functions) and several names repeat; look-ups are unaffected.
 constexpr std::string_view kDb2Functions =
     "ABS,ABSVAL,ABS,ABSVAL,ACOS,ASCII,ASIN,ATAN,ATAN2,ATANH,AVG,BIGINT,BLOB,CEIL,CEILING,CHAR,CHAR,"
     "CHR,CLOB,COALESCE,CONCAT,||,CORRELATION,CORR,COS,COSH,COT,COUNT,COUNT_BIG,COVARIANCE,COVAR,DATE,"

@@ -38,6 +38,12 @@ bool TZvDbiSQLScanner::IsQuote(char C) {
     return C == '\'';
 }
 
+void TZvDbiSQLScanner::GetNextToken() {
+    TZvSQLScanner::GetNextToken();
+    if (!InQuote && TokenKinds.Contains(tkKeyword) && IsBoolean(Token))
+        TokenKinds = TTokenKinds{tkBoolean};
+}
+
 std::string TZvDbiSQLScanner::GetCommaKeywords() {
     return std::string(kDbiKeywords);
 }

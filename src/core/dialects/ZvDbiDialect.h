@@ -15,6 +15,10 @@ public:
     // Only the apostrophe quotes a string; the double quote, the generic identifier quote, encloses
     // a name, which then needs no quotes by the generic rule.
     bool IsQuote(char C) override;
+    // TRUE and FALSE stand among the engine's reserved words as well as being its boolean
+    // literals. Read as keywords they could stand nowhere in a statement, so outside quotes the
+    // literal wins: such a token has the kinds {tkBoolean}.
+    void GetNextToken() override;
     std::string GetCommaKeywords() override;
     std::string GetCommaFunctions() override;
     // "FALSE" and "TRUE".

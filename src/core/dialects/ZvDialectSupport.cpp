@@ -11,6 +11,12 @@ namespace zv {
 // ---------------------------------------------------------------------------------------------
 // TZvFoldingSQLScanner
 
+void TZvFoldingSQLScanner::GetNextToken() {
+    TZvSQLScanner::GetNextToken();
+    if (!InQuote && IsIntersected(TokenKinds, {tkKeyword, tkFunction}))
+        Token = FoldName(Token);
+}
+
 bool TZvFoldingSQLScanner::IsAlpha(char C) {
     return NameCase == ncUpperCase ? (C >= 'A' && C <= 'Z') : (C >= 'a' && C <= 'z');
 }
@@ -43,11 +49,7 @@ std::string TZvFoldingSQLScanner::GetFormatTokenIdent(std::string_view S, bool Q
 }
 
 bool TZvFoldingSQLScanner::NeedQuotes(std::string_view S) {
-    if (S.size() > 1 && IsIdentQuote(S.front()) && IsIdentQuote(S.back()))
-        return false;
-    if (IsKeyword(S) || IsFunction(S))
-        return true;
-    return TZvSQLScanner::NeedQuotes(S) && !IsIdentifier(S);
+    return NeedQuotesReserved(S);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -58,7 +60,8 @@ bool TZvDialectSelectParser::ReadClauseNumber(std::int32_t& Value, std::int32_t 
     const std::string& Token = GetScanner().Token;
     std::int32_t Number = 0;
     const auto [End, Error] = std::from_chars(Token.data(), Token.data() + Token.size(), Number);
-    if (!TokenHas(tkInteger) || Error != std::errc() || End != Token.data() + Token.size() || Number < Minimum) {
+    const bool Whole = Error == std::errc() && End == Token.data() + Token.size();
+    if (!TokenHas(tkInteger) || !Whole || Number < Minimum) {
         Fail();
         return false;
     }

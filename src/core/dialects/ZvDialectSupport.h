@@ -22,6 +22,9 @@ public:
     explicit TZvFoldingSQLScanner(TZvNameCase ACase) : NameCase(ACase) {}
 
     TZvNameCase GetNameCase() const { return NameCase; }
+    // A keyword or function name read outside quotes is folded as well: used as a name, it needs
+    // quotes as a reserved word, and only the folded text keeps naming what the server reads.
+    void GetNextToken() override;
     // Letters of the folded case only, so that a name holding the other case is one that needs
     // quotes (the scanner still reads such a word, through ProcessIdent).
     bool IsAlpha(char C) override;

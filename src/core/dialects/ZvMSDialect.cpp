@@ -90,6 +90,10 @@ bool TZvMSSQLScanner::IsIdentQuote(char C) {
     return C == '[' || C == ']' || (C == '"' && QuotedIdentifier);
 }
 
+std::string TZvMSSQLScanner::QuoteStr(std::string_view S) {
+    return QuoteStrInAnyQuote(S);
+}
+
 std::string TZvMSSQLScanner::GetCommaKeywords() {
     return std::string(kMSKeywords);
 }
@@ -121,7 +125,11 @@ void TZvMSSQLScanner::DefineBooleans() {
     SetBooleans(true, "TRUE");
 }
 
+// A name beginning with "@" is a variable or a system function (@@VERSION), which the server
+// reads only bare: in brackets it would name a column.
 bool TZvMSSQLScanner::NeedQuotes(std::string_view S) {
+    if (!S.empty() && S.front() == '@')
+        return false;
     return NeedQuotesReserved(S);
 }
 
@@ -212,7 +220,7 @@ bool TZvMSSelectParser::ReadTopClause() {
 
 std::string TZvMSSelectParser::GetSelectClauseScript() {
     const std::string Filter = Options.GetAll() && !GetDistinct() ? ProcessKeyword("ALL") + " "
-                                                                    : TZvSelectParser::GetSelectClauseScript();
+                                                                  : TZvSelectParser::GetSelectClauseScript();
     return Filter + ProcessKeyword(Options.GetTopScript());
 }
 

@@ -31,6 +31,8 @@ public:
     // The bracket: names are written in brackets whichever way the switch stands.
     char GetIdentQuote() override;
     bool IsIdentQuote(char C) override;
+    // A literal in either string quote stays as written.
+    std::string QuoteStr(std::string_view S) override;
     std::string GetCommaKeywords() override;
     std::string GetCommaFunctions() override;
     std::string GetCommaOperations() override;
@@ -40,7 +42,8 @@ public:
     std::string ProcessIdent(std::string_view S) override;
     // "FALSE" and "TRUE".
     void DefineBooleans() override;
-    // Enclosed names need no quotes; reserved words and function names always do.
+    // Enclosed names and names beginning with "@" need no quotes; reserved words and function
+    // names always do.
     bool NeedQuotes(std::string_view S) override;
 
 private:

@@ -49,6 +49,10 @@ constexpr std::string_view kMyAggregates =
 
 } // namespace
 
+std::string TZvMySQLScanner::QuoteStr(std::string_view S) {
+    return QuoteStrInAnyQuote(S);
+}
+
 std::string TZvMySQLScanner::GetCommaKeywords() {
     return std::string(kMyKeywords);
 }

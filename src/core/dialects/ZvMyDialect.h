@@ -33,6 +33,8 @@ std::string_view MySQLSelectOptionWord(TZvMySQLSelectOption Option);
 
 class TZvMySQLScanner : public TZvSQLScanner {
 public:
+    // A literal in either string quote stays as written.
+    std::string QuoteStr(std::string_view S) override;
     std::string GetCommaKeywords() override;
     std::string GetCommaFunctions() override;
     // The back quote on both sides of a name. Both the double quote and the apostrophe stay string

@@ -17,8 +17,8 @@ namespace zv {
 
 namespace {
 
-// Kept as written: "SINGLE,ROW,FUNCTIONS" are three entries (a heading that became part of the
-// list), so ROW and SINGLE read as functions too.
+// Kept as given: "SINGLE,ROW,FUNCTIONS" stand as three entries, so ROW and SINGLE read as
+// functions too.
 constexpr std::string_view kOracleFunctions =
     "AVG,COUNT,MAX,MIN,STDDEV,SUM,VARIANCE,ABS,CEIL,COS,COSH,EXP,FLOOR,LN,LOG,MOD,POWER,ROUND,SIGN,"
     "SIN,SINGLE,ROW,FUNCTIONS,SINH,SQRT,TAN,TANH,TRUNC,ASCII,CHR,CONCAT,INITCAP,INSTR,INSTRB,LENGTH,"
@@ -170,7 +170,8 @@ std::string TZvOracleJoinDef::GetScript() const {
 
 std::unique_ptr<TZvJoinDefs> TZvOracleTableDef::CreateJoinDefs() const {
     // Made lazily from const readers too; the list only records its owner.
-    return std::make_unique<TZvJoinDefs>(const_cast<TZvOracleTableDef*>(this), ItemClassOf<TZvOracleJoinDef>());
+    return std::make_unique<TZvJoinDefs>(const_cast<TZvOracleTableDef*>(this),
+                                         ItemClassOf<TZvOracleJoinDef>());
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -383,7 +384,8 @@ int TZvOracleSelectParser::MakeJoin(const TZvCriterion& Criterion, TOuterMarks M
     const TZvFunctionDefs& RightSide = Criterion.GetRightSide();
     TZvTableDef* Left = ColumnTable(Criterion.GetLeftSide());
     TZvTableDef* Right = RightSide.Count() == 1 ? ColumnTable(*RightSide.Items(0)) : nullptr;
-    const bool IsJoin = Left && Right && Left != Right && GetScanner().IsJoinOperator(Criterion.GetOperatorCaption());
+    const bool IsJoin =
+        Left && Right && Left != Right && GetScanner().IsJoinOperator(Criterion.GetOperatorCaption());
     // Both sides marked would make both tables optional, which no join is.
     if (!IsJoin || (Marked.Left && Marked.Right))
         return HasMark ? -1 : 0;

@@ -1,0 +1,1 @@
+SELECT Orders.Id, "lower", "MixedCase", Amount$, Code#, value FROM Orders

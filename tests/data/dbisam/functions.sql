@@ -1,0 +1,1 @@
+select upper(a), substring(b from 1 for 2) from t

@@ -1,0 +1,1 @@
+select "TRUE" from t

@@ -1,0 +1,1 @@
+select a, runsum(b) from t

@@ -1,0 +1,1 @@
+select all a from t

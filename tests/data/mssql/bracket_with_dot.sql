@@ -1,0 +1,1 @@
+select [a.b], t.[c.d] from t

@@ -1,0 +1,1 @@
+select [my col], [select], t.[order] from [dbo].[my table] t where [x] = 1

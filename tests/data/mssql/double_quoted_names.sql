@@ -1,0 +1,1 @@
+select "my col", "a.b" from "dbo"."my table"

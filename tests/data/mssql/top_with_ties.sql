@@ -1,0 +1,1 @@
+select top 10 with ties a from t order by a

@@ -1,0 +1,1 @@
+select @@version, #t.x from #t where x = @v

@@ -1,0 +1,1 @@
+select c, group_concat(b), bit_or(d) from t

@@ -1,0 +1,1 @@
+select high_priority distinct a from t

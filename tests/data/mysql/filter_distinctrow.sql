@@ -1,0 +1,1 @@
+select distinctrow a from t

@@ -1,0 +1,1 @@
+select SQL_BUFFER_RESULT a from t

@@ -1,0 +1,1 @@
+select `straight_join` from t

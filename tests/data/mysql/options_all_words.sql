@@ -1,0 +1,1 @@
+select distinctrow high_priority sql_buffer_result sql_big_result sql_small_result straight_join a from t

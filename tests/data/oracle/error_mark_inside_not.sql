@@ -1,0 +1,1 @@
+SELECT a.x FROM a, b WHERE NOT a.id = b.id (+)

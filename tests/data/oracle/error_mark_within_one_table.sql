@@ -1,0 +1,1 @@
+SELECT a.x FROM a WHERE a.id = a.parent (+)

@@ -1,0 +1,1 @@
+SELECT a.x FROM a WHERE a.x <> 1

@@ -1,0 +1,1 @@
+SELECT a.x FROM a, b WHERE a.id = b.id (+) FETCH FIRST 3 ROWS ONLY

@@ -1,0 +1,1 @@
+SELECT Orders.Id, "lower", Amount$, Code#, "ROW" FROM Orders

@@ -1,0 +1,1 @@
+SELECT DISTINCT ON (a, b a FROM t

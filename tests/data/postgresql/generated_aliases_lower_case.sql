@@ -1,0 +1,1 @@
+SELECT a + 1, Count(t.b) FROM t

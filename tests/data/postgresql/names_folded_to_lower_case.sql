@@ -1,0 +1,1 @@
+SELECT Orders.Id, "MixedCase", _hidden, Upper AS "Total Sum" FROM Orders

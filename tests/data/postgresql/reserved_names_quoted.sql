@@ -1,0 +1,1 @@
+SELECT t."count", t."select", "now" FROM "Tab" t
