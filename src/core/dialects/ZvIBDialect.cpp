@@ -2,7 +2,6 @@
 // the parser's reading and placing of FIRST/SKIP and ROWS according to the server kind.
 #include "ZvIBDialect.h"
 
-#include <charconv>
 
 #include "ZvOperators.h"
 #include "ZvUtils.h"
@@ -226,22 +225,6 @@ void TZvIBSelectParser::DefineOperators() {
     TZvSelectParser::DefineOperators();
     GetOperators().AddOperator("CONTAINING", "CONTAINING");
     GetOperators().AddOperator("STARTING WITH", "STARTING WITH");
-}
-
-// At the keyword before a number: reads the number into Value and moves past it. Fails the
-// statement at the token when it is not an integer that a 32-bit field can hold.
-bool TZvIBSelectParser::ReadClauseNumber(std::int32_t& Value) {
-    NextToken();
-    const std::string& Token = GetScanner().Token;
-    std::int32_t Number = 0;
-    const auto [End, Error] = std::from_chars(Token.data(), Token.data() + Token.size(), Number);
-    if (!TokenHas(tkInteger) || Error != std::errc() || End != Token.data() + Token.size()) {
-        Fail();
-        return false;
-    }
-    Value = Number;
-    NextToken();
-    return true;
 }
 
 void TZvIBSelectParser::DoParseSelectClause() {

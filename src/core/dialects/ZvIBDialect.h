@@ -145,7 +145,6 @@ private:
     TZvIBScanner* GetIBScanner();
     bool ReadsFirstSkip() const { return SQLServer != qssInterBase; }
     bool ReadsRows() const { return SQLServer != qssFireBird; }
-    bool ReadClauseNumber(std::int32_t& Value);
 
     TZvIBSQLServer SQLServer = qssDontCare;
     TZvIBOptions IBOptions;
