@@ -4,33 +4,14 @@
 #include <sstream>
 
 #include "ZvCli.h"
+#include "ZvDialectTestSupport.h"
 #include "ZvParser.h"
 
 using namespace zv;
 
-namespace {
-
-struct TResult {
-    int Code;
-    std::string Out, Err;
-};
-
-TResult RunTool(const std::vector<std::string>& Args, const std::string& Input) {
-    std::ostringstream Out, Err;
-    const int Code = RunCli(ParseCliArguments(Args), Input, Out, Err);
-    return {Code, Out.str(), Err.str()};
-}
-
-std::string UsageErrorOf(const std::vector<std::string>& Args) {
-    try {
-        ParseCliArguments(Args);
-    } catch (const TZvUsageError& E) {
-        return E.Message;
-    }
-    return "no error";
-}
-
-} // namespace
+using test::RunTool;
+using test::UsageErrorOf;
+using TResult = test::TRun;
 
 TEST(ZvCli, FormatWritesTheGeneratedTextAndNothingElse) {
     const TResult R = RunTool({"format"}, "select a.x from a\n");

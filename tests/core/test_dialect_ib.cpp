@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ZvCli.h"
+#include "ZvDialectTestSupport.h"
 #include "ZvParser.h"
 #include "dialects/ZvIBDialect.h"
 
@@ -574,29 +575,9 @@ TEST(ZvIBSelectParser, AssignCopiesServerKindOptionsAndDialectNumberFromItsOwnKi
 
 // --- zevrin ----------------------------------------------------------------------------------
 
-namespace {
-
-struct TRun {
-    int Code;
-    std::string Out, Err;
-};
-
-TRun RunTool(const std::vector<std::string>& Args, const std::string& Input) {
-    std::ostringstream Out, Err;
-    const int Code = RunCli(ParseCliArguments(Args), Input, Out, Err);
-    return {Code, Out.str(), Err.str()};
-}
-
-std::string UsageErrorOf(const std::vector<std::string>& Args) {
-    try {
-        ParseCliArguments(Args);
-    } catch (const TZvUsageError& E) {
-        return E.Message;
-    }
-    return "no error";
-}
-
-} // namespace
+using test::RunTool;
+using test::TRun;
+using test::UsageErrorOf;
 
 TEST(ZvCliInterBase, DialectIsListedAndDefaultsToDialectThreeAndAnyServer) {
     const std::vector<std::string> Names = DialectNames();
