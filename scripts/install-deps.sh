@@ -5,7 +5,8 @@ set -euo pipefail
 
 packages=(build-essential cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
     qt6-base-dev qt6-svg-dev libqt6sql6-sqlite libqt6sql6-psql libgl-dev sqlite3 postgresql
-    clang libclang-rt-14-dev valgrind)
+    clang libclang-rt-14-dev valgrind
+    mariadb-server libqt6sql6-mysql firebird3.0-server firebird3.0-utils libqt6sql6-ibase)
 
 missing=()
 for p in "${packages[@]}"; do
@@ -22,5 +23,13 @@ fi
 sudo=""
 if [ "$(id -u)" -ne 0 ]; then sudo="sudo"; fi
 echo "install-deps: installing ${missing[*]}"
+# The database servers are only started by the tests, on sockets of their own: a policy that
+# refuses service starts keeps the packages from starting system-wide instances while installing.
+policy=/usr/sbin/policy-rc.d
+if [ ! -e "$policy" ]; then
+    printf '#!/bin/sh\nexit 101\n' | $sudo tee "$policy" >/dev/null
+    $sudo chmod 755 "$policy"
+    trap '$sudo rm -f "$policy"' EXIT
+fi
 $sudo apt-get update -qq
 DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

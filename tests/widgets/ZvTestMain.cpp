@@ -1,7 +1,7 @@
 // The main of every widget test binary: one QApplication on the offscreen platform with the Fusion
 // style and its standard palette, so that pixels do not depend on the desktop, and guards that turn
 // any message box into a test failure.
-#include "ZvTestPostgres.h"
+#include "ZvTestServers.h"
 #include "ZvTestSupport.h"
 
 #include <QApplication>
@@ -27,10 +27,10 @@ void EnsureRuntimeDirectory() {
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(Path));
 }
 
-// Stops the shared PostgreSQL server, if a test started one, before the process ends.
-class TPostgresEnvironment : public ::testing::Environment {
+// Stops the shared servers that tests started before the process ends.
+class TServersEnvironment : public ::testing::Environment {
 public:
-    void TearDown() override { zv::test::TZvTestPostgres::StopShared(); }
+    void TearDown() override { zv::test::StopSharedServers(); }
 };
 
 } // namespace
@@ -46,6 +46,6 @@ int main(int argc, char** argv) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(QApplication::style()->standardPalette());
     zv::test::InstallUnexpectedMessageGuards();
-    ::testing::AddGlobalTestEnvironment(new TPostgresEnvironment);
+    ::testing::AddGlobalTestEnvironment(new TServersEnvironment);
     return RUN_ALL_TESTS();
 }

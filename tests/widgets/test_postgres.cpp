@@ -2,7 +2,7 @@
 // types from the catalog (identity and serial keys, arrays, time zones), and set-returning
 // functions with their arguments and result columns.
 #include "ZvSqlMetadata.h"
-#include "ZvTestPostgres.h"
+#include "ZvTestServers.h"
 #include "ZvTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -84,25 +84,31 @@ protected:
     static void SetUpTestSuite() {
         // Fails every test of the suite, loudly, when the server cannot be started.
         try {
-            TZvTestPostgres& Server = TZvTestPostgres::Shared();
+            TZvTestPostgres& Server = test::SharedServer<TZvTestPostgres>();
             QSqlDatabase Admin = Server.Connect(QStringLiteral("pg-admin"));
-            TZvTestPostgres::Execute(Admin, QStringLiteral("CREATE DATABASE metadata"));
+            test::ExecuteSql(Admin, QStringLiteral("CREATE DATABASE metadata"));
             Admin.close();
             QSqlDatabase Connection =
                 Server.Connect(QStringLiteral("pg-metadata"), QStringLiteral("metadata"));
-            TZvTestPostgres::Execute(Connection, QString::fromUtf8(Schema));
+            test::ExecuteSql(Connection, QString::fromUtf8(Schema));
+        } catch (const test::TZvServerOptedOut& OptedOut) {
+            SkipReason = OptedOut.what();
         } catch (const std::exception& Error) {
             SetUpFailure = Error.what();
         }
     }
 
     void SetUp() override {
+        if (!SkipReason.empty()) {
+            GTEST_SKIP() << SkipReason;
+        }
         ASSERT_TRUE(SetUpFailure.empty()) << SetUpFailure;
         Database = QSqlDatabase::database(QStringLiteral("pg-metadata"));
         ASSERT_TRUE(Database.isOpen());
     }
 
     static inline std::string SetUpFailure;
+    static inline std::string SkipReason;
     QSqlDatabase Database;
 };
 
