@@ -203,6 +203,38 @@ const std::vector<TZvRealDbCase>& RealDbCases() {
          "e.id = o.employee_id",
          kNotMariaDB},
 
+        {"join_condition_continued_to_earlier_table",
+         "SELECT d.id, e.id, m.id FROM dept d JOIN employee e ON e.dept_id = d.id JOIN employee m ON m.id = "
+         "e.manager_id AND m.dept_id = d.id"},
+        {"join_condition_between_two_columns_of_each",
+         "SELECT e.id, d.id FROM employee e INNER JOIN dept d ON e.dept_id = d.id AND e.salary < d.budget"},
+        {"left_join_two_conditions", "SELECT c.id, o.id FROM customer c LEFT JOIN orders o ON o.customer_id "
+                                     "= c.id AND o.employee_id = c.id"},
+        {"two_chains_after_comma", "SELECT c.id, o.id, d.id, e.id FROM customer c LEFT JOIN orders o ON c.id "
+                                   "= o.customer_id, dept d LEFT JOIN employee e ON e.dept_id = d.id"},
+        {"cross_join_then_inner_join", "SELECT c.id, d.id, e.id FROM customer c CROSS JOIN dept d INNER JOIN "
+                                       "employee e ON e.dept_id = d.id"},
+        {"cross_join_then_left_join_to_first", "SELECT c.id, d.id, o.id FROM customer c CROSS JOIN dept d "
+                                               "LEFT JOIN orders o ON o.customer_id = c.id"},
+        {"right_join_twice", "SELECT e.id, d.id, p.id FROM employee e RIGHT JOIN dept d ON e.dept_id = d.id "
+                             "RIGHT JOIN dept p ON d.parent_id = p.id"},
+        {"left_join_chain_of_four",
+         "SELECT c.id, o.id, e.id, d.id FROM customer c LEFT JOIN orders o ON o.customer_id = c.id LEFT JOIN "
+         "employee e ON e.id = o.employee_id LEFT JOIN dept d ON d.id = e.dept_id"},
+        {"left_joins_from_the_first_table",
+         "SELECT o.id, l.line_no, c.id FROM orders o LEFT JOIN order_line l ON l.order_id = o.id LEFT JOIN "
+         "customer c ON c.id = o.customer_id"},
+        {"right_then_left_join", "SELECT l.order_id, p.id, o.id FROM order_line l RIGHT JOIN product p ON "
+                                 "l.product_id = p.id LEFT JOIN orders o ON o.id = l.order_id"},
+        {"left_then_right_join", "SELECT o.id, c.id, e.id FROM orders o LEFT JOIN customer c ON "
+                                 "o.customer_id = c.id RIGHT JOIN employee e ON e.id = o.employee_id"},
+        {"right_join_of_one_pair",
+         "SELECT c.id, o.id FROM orders o RIGHT JOIN customer c ON o.customer_id = c.id"},
+        {"self_join_left_chain", "SELECT a.id, b.id, c.id FROM dept a LEFT JOIN dept b ON b.parent_id = a.id "
+                                 "LEFT JOIN dept c ON c.parent_id = b.id"},
+        {"inner_then_left_to_first", "SELECT d.id, e.id, c.id FROM dept d INNER JOIN employee e ON e.dept_id "
+                                     "= d.id LEFT JOIN customer c ON c.id = d.id"},
+
         // --- grouping -----------------------------------------------------------------------------
         {"count_star", "SELECT count(*) AS n FROM customer c"},
         {"aggregates_only", "SELECT max(e.salary), min(e.salary), sum(e.salary) FROM employee e"},
