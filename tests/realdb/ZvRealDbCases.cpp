@@ -105,8 +105,10 @@ const std::vector<TZvRealDbCase>& RealDbCases() {
                              "(e.dept_id = 3 AND e.salary < 7000)"},
         {"where_and_of_ors", "SELECT e.id FROM employee e WHERE (e.dept_id = 2 OR e.dept_id = 3) AND "
                              "(e.salary < 4500 OR e.salary > 7000)"},
-        {"where_not_of_and_of_or", "SELECT o.id FROM orders o WHERE NOT (o.status = 'open' AND "
-                                   "(o.customer_id = 1 OR o.customer_id = 2))"},
+        {"where_not_of_and_of_or",
+         "SELECT o.id FROM orders o WHERE NOT (o.status = 'open' AND (o.customer_id = 1 OR o.customer_id = "
+         "2))",
+         kAllServers, Any, false, true},
         {"where_redundant_brackets", "SELECT c.id FROM customer c WHERE ((c.id > 2)) AND (((c.id < 8)))"},
         {"where_lower_case_keywords", "select c.id from customer c where c.id > 2 and not c.city is null"},
         {"where_subquery_in",
@@ -405,6 +407,13 @@ const std::vector<TZvRealDbChange>& RealDbChanges() {
         // a double negation reads as a single one.
         {"double_not_folds_into_one", "SELECT c.id FROM customer c WHERE NOT (NOT c.country = 'FR')",
          "WHERE NOT (c.country = 'FR')", "NOT (NOT"},
+        // Conditions written without brackets: a NOT before a group of conditions is written as
+        // "NOT" and the group bare, so it reads as a NOT of the group's first condition.
+        {"not_before_a_group_loses_its_brackets",
+         "SELECT o.id FROM orders o WHERE NOT (o.status = 'open' AND (o.customer_id = 1 OR o.customer_id = "
+         "2))",
+         "WHERE NOT o.status = 'open' AND (o.customer_id = 1 OR o.customer_id = 2)", "NOT (o.status",
+         kAllServers, TZvLayout::Restyled},
         // The condition reader passes over what it cannot place: a float written with an exponent
         // keeps only its integer part.
         {"stray_tokens_in_condition_passed_over", "SELECT p.id FROM product p WHERE p.price < 1.5e1",

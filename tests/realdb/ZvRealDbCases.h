@@ -17,6 +17,10 @@ enum : unsigned {
     kAllServers = kSQLite | kPostgreSQL | kMariaDB | kFirebird,
 };
 
+// How the generator is set: the defaults, or keywords in first-upper case, function names in
+// capitals and conditions without brackets.
+enum class TZvLayout { Default, Restyled };
+
 enum class TZvRowOrder {
     Any,   // compared as multisets
     Fixed, // the ORDER BY fixes the order of every row: compared in order
@@ -30,6 +34,9 @@ struct TZvRealDbCase {
     // A statement meant to find no row says so; every other one must find rows, so that an
     // equality of two empty results proves nothing by accident.
     bool Empty = false;
+    // Written without brackets, a NOT before a group of conditions reads as a NOT of the first
+    // condition only; such statements are pinned among the changes instead.
+    bool BareNotChangesMeaning = false;
 };
 
 // A statement whose generated text means something else, by design. The generated text (compared
@@ -41,6 +48,7 @@ struct TZvRealDbChange {
     const char* Present;
     const char* Absent;
     unsigned Servers = kAllServers;
+    TZvLayout Layout = TZvLayout::Default;
 };
 
 const std::vector<TZvRealDbCase>& RealDbCases();

@@ -158,13 +158,18 @@ std::string Describe(const TRows& Rows) {
     return Text.empty() ? "  no rows\n" : Text;
 }
 
-// The statement as our dialect for the target generates it. Throws EZvParserError.
-std::string Generate(const TZvRealDbTarget& Target, const std::string& Sql) {
+// The statement as our dialect for the target generates it in Layout. Throws EZvParserError.
+std::string Generate(const TZvRealDbTarget& Target, const std::string& Sql, TZvLayout Layout) {
     TZvCliOptions Options;
     Options.Command = "format";
     Options.Dialect = Target.Dialect;
     if (*Target.IBServer) {
         Options.IBServer = Target.IBServer;
+    }
+    if (Layout == TZvLayout::Restyled) {
+        Options.Keywords = "firstupper";
+        Options.Functions = "upper";
+        Options.AlwaysBracket = false;
     }
     std::unique_ptr<TZvSelectParser> Parser = CreateCliParser(Options);
     Parser->SetExpression(NormalizeInputText(Sql));
@@ -195,11 +200,21 @@ void PrintTo(const TParam<TCase>& Param, std::ostream* Out) {
     *Out << Param.Case->Name << " on " << Param.Target->Name;
 }
 
+// Whether a case belongs in the suite of Layout (every case but those pinned among the changes).
+bool RunsIn(const TZvRealDbCase& Case, TZvLayout Layout) {
+    return Layout == TZvLayout::Default || !Case.BareNotChangesMeaning;
+}
+
+bool RunsIn(const TZvRealDbChange&, TZvLayout) {
+    return true;
+}
+
 template <class TCase>
-std::vector<TParam<TCase>> ParamsFor(const std::vector<TCase>& Cases, const TZvRealDbTarget& Target) {
+std::vector<TParam<TCase>> ParamsFor(const std::vector<TCase>& Cases, const TZvRealDbTarget& Target,
+                                     TZvLayout Layout = TZvLayout::Default) {
     std::vector<TParam<TCase>> Params;
     for (const TCase& Case : Cases) {
-        if (Case.Servers & Target.Bit) {
+        if ((Case.Servers & Target.Bit) && RunsIn(Case, Layout)) {
             Params.push_back({&Case, &Target});
         }
     }
@@ -233,37 +248,48 @@ protected:
         return Result;
     }
 
+    // Generates the case's statement in Layout, runs both texts and compares their rows.
+    void ExpectSameRows(TZvLayout Layout) {
+        const TZvRealDbCase& Case = *this->GetParam().Case;
+        std::string Generated;
+        ASSERT_NO_THROW(Generated = Generate(*this->GetParam().Target, Case.Sql, Layout)) << Case.Sql;
+        const TResult Original = Run(Case.Sql, "original");
+        const TResult Regenerated = Run(Generated, "generated");
+        ASSERT_TRUE(Original.Ok && Regenerated.Ok);
+        EXPECT_EQ(Original.Rows.empty(), Case.Empty)
+            << "the original statement found " << Original.Rows.size() << " rows:\n"
+            << Case.Sql;
+        EXPECT_EQ(Original.Columns, Regenerated.Columns) << Generated;
+        const bool InOrder = Case.Order == TZvRowOrder::Fixed;
+        const TRows Expected = InOrder ? Original.Rows : Sorted(Original.Rows);
+        const TRows Actual = InOrder ? Regenerated.Rows : Sorted(Regenerated.Rows);
+        EXPECT_EQ(Expected, Actual) << (InOrder ? "in order" : "as multisets") << "\noriginal:\n"
+                                    << Case.Sql << "\n"
+                                    << Describe(Expected) << "generated:\n"
+                                    << Generated << "\n"
+                                    << Describe(Actual);
+    }
+
     QSqlDatabase Database;
 };
 
 using ZvRealDbSameRows = ZvRealDbTest<TZvRealDbCase>;
+class ZvRealDbRestyledRows : public ZvRealDbTest<TZvRealDbCase> {};
 using ZvRealDbChangedRows = ZvRealDbTest<TZvRealDbChange>;
 
 TEST_P(ZvRealDbSameRows, GeneratedStatementReturnsTheOriginalRows) {
-    const TZvRealDbCase& Case = *GetParam().Case;
-    std::string Generated;
-    ASSERT_NO_THROW(Generated = Generate(*GetParam().Target, Case.Sql)) << Case.Sql;
-    const TResult Original = Run(Case.Sql, "original");
-    const TResult Regenerated = Run(Generated, "generated");
-    ASSERT_TRUE(Original.Ok && Regenerated.Ok);
-    EXPECT_EQ(Original.Rows.empty(), Case.Empty)
-        << "the original statement found " << Original.Rows.size() << " rows:\n"
-        << Case.Sql;
-    EXPECT_EQ(Original.Columns, Regenerated.Columns) << Generated;
-    const bool InOrder = Case.Order == TZvRowOrder::Fixed;
-    const TRows Expected = InOrder ? Original.Rows : Sorted(Original.Rows);
-    const TRows Actual = InOrder ? Regenerated.Rows : Sorted(Regenerated.Rows);
-    EXPECT_EQ(Expected, Actual) << (InOrder ? "in order" : "as multisets") << "\noriginal:\n"
-                                << Case.Sql << "\n"
-                                << Describe(Expected) << "generated:\n"
-                                << Generated << "\n"
-                                << Describe(Actual);
+    ExpectSameRows(TZvLayout::Default);
+}
+
+// Keywords in first-upper case, function names in capitals, conditions without brackets.
+TEST_P(ZvRealDbRestyledRows, RestyledStatementReturnsTheOriginalRows) {
+    ExpectSameRows(TZvLayout::Restyled);
 }
 
 TEST_P(ZvRealDbChangedRows, GeneratedStatementShowsTheIntendedChange) {
     const TZvRealDbChange& Change = *GetParam().Case;
     std::string Generated;
-    ASSERT_NO_THROW(Generated = Generate(*GetParam().Target, Change.Sql)) << Change.Sql;
+    ASSERT_NO_THROW(Generated = Generate(*GetParam().Target, Change.Sql, Change.Layout)) << Change.Sql;
     EXPECT_NE(Squeezed(Generated).find(Squeezed(Change.Present)), std::string::npos) << Generated;
     EXPECT_EQ(Squeezed(Generated).find(Squeezed(Change.Absent)), std::string::npos) << Generated;
     const TResult Original = Run(Change.Sql, "original");
@@ -273,11 +299,15 @@ TEST_P(ZvRealDbChangedRows, GeneratedStatementShowsTheIntendedChange) {
                                                                << Describe(Original.Rows);
 }
 
-// The test names read "<Server>/ZvRealDbSameRows.GeneratedStatement.../<statement>".
+// The test names read "<Server>/<suite>.<test>/<statement>".
 #define ZV_REALDB_TARGET(Server)                                                                             \
     INSTANTIATE_TEST_SUITE_P(Server, ZvRealDbSameRows,                                                       \
                              ::testing::ValuesIn(ParamsFor(RealDbCases(), k##Server##Target)),               \
                              ParamName<TZvRealDbCase>);                                                      \
+    INSTANTIATE_TEST_SUITE_P(                                                                                \
+        Server, ZvRealDbRestyledRows,                                                                        \
+        ::testing::ValuesIn(ParamsFor(RealDbCases(), k##Server##Target, TZvLayout::Restyled)),               \
+        ParamName<TZvRealDbCase>);                                                                           \
     INSTANTIATE_TEST_SUITE_P(Server, ZvRealDbChangedRows,                                                    \
                              ::testing::ValuesIn(ParamsFor(RealDbChanges(), k##Server##Target)),             \
                              ParamName<TZvRealDbChange>)
