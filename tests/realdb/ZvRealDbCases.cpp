@@ -319,6 +319,14 @@ const std::vector<TZvRealDbCase>& RealDbCases() {
         {"arithmetic_both_sides",
          "SELECT l.order_id, l.line_no FROM order_line l WHERE l.qty + 1 > l.line_no * 3"},
 
+        // "size" is a keyword of the InterBase dialect, which quotes it as written; Firebird reads
+        // the quoted lower-case name as another column than the unquoted one, so there it is
+        // written in capitals.
+        {"keyword_named_column", "SELECT p.id, p.size FROM product p WHERE p.size = 'M' OR p.size IS NULL",
+         kAllServers & ~kFirebird},
+        {"keyword_named_column_in_capitals",
+         "SELECT P.ID, P.SIZE FROM PRODUCT P WHERE P.SIZE = 'M' OR P.SIZE IS NULL", kFirebird},
+
         // --- quoted names -------------------------------------------------------------------------
         {"quoted_name_sqlite", "SELECT c.\"name\", \"c\".id FROM customer c", kSQLite},
         {"quoted_name_postgresql", "SELECT c.\"name\", \"c\".id FROM \"customer\" c", kPostgreSQL},

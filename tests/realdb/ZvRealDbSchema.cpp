@@ -53,15 +53,15 @@ const std::vector<TTableRows>& Rows() {
              "10, 'a_b Corp', 'Paris', 'FR', NULL",
          }},
         {"product",
-         "id, name, category, price, weight",
+         "id, name, category, price, weight, size",
          {
-             "1, 'Widget', 'tools', 2.50, 0.125",
-             "2, 'Gadget', 'tools', 10.00, 1.5",
-             "3, 'Gizmo Pro', 'electronics', 99.99, 2.25",
-             "4, 'Crème brûlée kit', 'food', 15.00, NULL",
-             "5, 'Spare ''O'' ring', NULL, 0.35, 0.01",
-             "6, 'Unused thing', 'misc', 1000.00, 40.0",
-             "7, 'Cable', 'electronics', 5.00, 0.2",
+             "1, 'Widget', 'tools', 2.50, 0.125, 'S'",
+             "2, 'Gadget', 'tools', 10.00, 1.5, 'M'",
+             "3, 'Gizmo Pro', 'electronics', 99.99, 2.25, 'L'",
+             "4, 'Crème brûlée kit', 'food', 15.00, NULL, NULL",
+             "5, 'Spare ''O'' ring', NULL, 0.35, 0.01, 'S'",
+             "6, 'Unused thing', 'misc', 1000.00, 40.0, 'XL'",
+             "7, 'Cable', 'electronics', 5.00, 0.2, 'M'",
          }},
         {"orders",
          "id, customer_id, employee_id, ordered, status, note",
@@ -105,7 +105,7 @@ const std::vector<std::string>& RealDbSchema() {
         "CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, name VARCHAR(40) NOT NULL, "
         "city VARCHAR(30), country CHAR(2) NOT NULL, credit NUMERIC(10, 2))",
         "CREATE TABLE product (id INTEGER NOT NULL PRIMARY KEY, name VARCHAR(40) NOT NULL, "
-        "category VARCHAR(20), price NUMERIC(10, 2) NOT NULL, weight DOUBLE PRECISION)",
+        "category VARCHAR(20), price NUMERIC(10, 2) NOT NULL, weight DOUBLE PRECISION, size VARCHAR(4))",
         "CREATE TABLE orders (id INTEGER NOT NULL PRIMARY KEY, "
         "customer_id INTEGER NOT NULL REFERENCES customer (id), "
         "employee_id INTEGER REFERENCES employee (id), ordered DATE NOT NULL, "

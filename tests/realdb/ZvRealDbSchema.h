@@ -1,6 +1,7 @@
 // The schema and rows every real-database test runs on: a small trading company of this project's
 // own (departments, employees with managers, customers, products, orders and their lines), with
-// keys, nulls, text holding quotes and non-ASCII letters, decimal numbers, floats and dates.
+// keys, nulls, a column named after a keyword of some dialects (product.size), text holding quotes and
+// non-ASCII letters, decimal numbers, floats and dates.
 #pragma once
 
 #include <string>
