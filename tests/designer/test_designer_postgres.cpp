@@ -1,0 +1,114 @@
+// The designer over a live PostgreSQL server started for this test: the catalog from the server,
+// and the preview read through a connection that the preview thread opens with the same
+// parameters, checked against the server directly.
+#include "ZvCatalogView.h"
+#include "ZvConnectionSpec.h"
+#include "ZvDesignerWindow.h"
+#include "ZvPreviewModel.h"
+#include "ZvSqlPane.h"
+#include "ZvTestPostgres.h"
+
+#include <QSqlQuery>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace zv {
+namespace {
+
+using test::TZvTestPostgres;
+
+const char* const kSchema = R"sql(
+CREATE TABLE regions (region_id integer PRIMARY KEY, name varchar(40) NOT NULL);
+INSERT INTO regions SELECT i, 'Region ' || i FROM generate_series(1, 250) AS i;
+CREATE FUNCTION big_regions(lowest integer) RETURNS TABLE (region_id integer, name varchar)
+    LANGUAGE sql AS 'SELECT region_id, name FROM regions WHERE region_id >= lowest';
+)sql";
+
+TZvConnectionSpec ServerSpec(const TZvTestPostgres& Server) {
+    TZvConnectionSpec Spec;
+    Spec.Sample = false;
+    Spec.Driver = QStringLiteral("QPSQL");
+    Spec.Host = QString::fromStdString(Server.GetDirectory().string());
+    Spec.Port = Server.GetPort();
+    Spec.User = QStringLiteral("postgres");
+    Spec.DatabaseName = QStringLiteral("designer");
+    return Spec;
+}
+
+class ZvDesignerPostgresTest : public ::testing::Test {
+protected:
+    // One database for the suite; the tests only read it.
+    static void SetUpTestSuite() {
+        TZvTestPostgres& Server = TZvTestPostgres::Shared();
+        {
+            QSqlDatabase Admin = Server.Connect(QStringLiteral("designer-admin"));
+            // The server is fresh for this process. CREATE DATABASE runs alone: it refuses the
+            // transaction of a multi-statement text.
+            TZvTestPostgres::Execute(Admin, QStringLiteral("CREATE DATABASE designer"));
+            QSqlDatabase Schema =
+                Server.Connect(QStringLiteral("designer-schema"), QStringLiteral("designer"));
+            TZvTestPostgres::Execute(Schema, QString::fromUtf8(kSchema));
+        }
+        ZvCloseConnection(QStringLiteral("designer-admin"));
+        ZvCloseConnection(QStringLiteral("designer-schema"));
+    }
+
+    void SetUp() override {
+        TZvTestPostgres& Server = TZvTestPostgres::Shared();
+        Direct = Server.Connect(QStringLiteral("designer-direct"), QStringLiteral("designer"));
+        Spec = ServerSpec(Server);
+        QString Error;
+        Database = ZvOpenConnection(Spec, QStringLiteral("designer-pg"), &Error);
+        ASSERT_TRUE(Database.isOpen()) << Error.toStdString();
+        Window = std::make_unique<TZvDesignerWindow>(Database, Spec);
+    }
+    void TearDown() override {
+        Window.reset();
+        Database = QSqlDatabase();
+        Direct = QSqlDatabase();
+        ZvCloseConnection(QStringLiteral("designer-pg"));
+        ZvCloseConnection(QStringLiteral("designer-direct"));
+    }
+
+    TZvConnectionSpec Spec;
+    QSqlDatabase Database;
+    QSqlDatabase Direct;
+    std::unique_ptr<TZvDesignerWindow> Window;
+};
+
+TEST_F(ZvDesignerPostgresTest, TheCatalogListsTheServersTablesAndProcedures) {
+    const QTreeWidgetItem* Regions = Window->Catalog()->FindTable(QStringLiteral("regions"));
+    ASSERT_NE(Regions, nullptr);
+    ASSERT_EQ(Regions->childCount(), 2);
+    EXPECT_EQ(Regions->child(1)->text(0), QStringLiteral("name"));
+    EXPECT_EQ(Regions->child(1)->text(1), QStringLiteral("String"));
+    const QTreeWidgetItem* Procedure = Window->Catalog()->FindTable(QStringLiteral("big_regions"));
+    ASSERT_NE(Procedure, nullptr);
+    EXPECT_EQ(Procedure->text(1), QStringLiteral("procedure"));
+}
+
+TEST_F(ZvDesignerPostgresTest, ThePreviewReadsTheServerOnItsOwnConnection) {
+    ASSERT_TRUE(Window->SqlPane()->SetDialect(QStringLiteral("postgresql")));
+    ASSERT_TRUE(
+        Window->LoadStatement(QStringLiteral("SELECT r.name FROM regions r WHERE r.region_id > 240")));
+    ASSERT_TRUE(Window->WaitForPreview(20000));
+    QSqlQuery Query(Direct);
+    ASSERT_TRUE(
+        Query.exec(QStringLiteral("SELECT COUNT(*) FROM (%1) AS q").arg(Window->SqlPane()->GeneratedSql())));
+    ASSERT_TRUE(Query.next());
+    EXPECT_EQ(Query.value(0).toInt(), 10);
+    EXPECT_EQ(Window->PreviewModel()->rowCount(), 10);
+    EXPECT_EQ(Window->PreviewStatus(), QStringLiteral("10 rows"));
+}
+
+TEST_F(ZvDesignerPostgresTest, ALargeResultStopsAtTheLimit) {
+    ASSERT_TRUE(Window->LoadStatement(QStringLiteral("SELECT r.region_id FROM regions r")));
+    ASSERT_TRUE(Window->WaitForPreview(20000));
+    EXPECT_EQ(Window->PreviewModel()->rowCount(), 200);
+    EXPECT_EQ(Window->PreviewStatus(), QStringLiteral("The first 200 rows; the statement returns more."));
+}
+
+} // namespace
+} // namespace zv
