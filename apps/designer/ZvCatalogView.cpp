@@ -40,6 +40,13 @@ QTreeWidgetItem* TZvCatalogView::FindTable(const QString& Name) const {
     return Found.isEmpty() ? nullptr : Found.first();
 }
 
+void TZvCatalogView::ExpandOnly(const QStringList& Names) {
+    for (int I = 0; I < topLevelItemCount(); ++I) {
+        QTreeWidgetItem* Item = topLevelItem(I);
+        Item->setExpanded(Names.contains(Item->text(0), Qt::CaseInsensitive));
+    }
+}
+
 void TZvCatalogView::Activate(QTreeWidgetItem* Item) {
     if (Item == nullptr)
         return;

@@ -17,8 +17,11 @@ public:
 
     // Replaces the content by the tables and procedures Metadata lists.
     void Load(const TZvSqlMetadata& Metadata);
-    // The top-level item of the table or procedure of that name; null when there is none.
+    // The top-level item of the table or procedure of that name (case ignored); null when there is
+    // none.
     QTreeWidgetItem* FindTable(const QString& Name) const;
+    // Shows the fields of exactly the named tables, so that those of the statement are at hand.
+    void ExpandOnly(const QStringList& Names);
 
 signals:
     // A table's name, or "table.field" for a field, chosen by a double click.

@@ -3,6 +3,7 @@
 
 #include "ZvCatalogView.h"
 #include "ZvMessages.h"
+#include "ZvParser.h"
 #include "ZvPreview.h"
 #include "ZvPreviewModel.h"
 #include "ZvSqlMetadata.h"
@@ -99,6 +100,14 @@ void TZvDesignerWindow::CreateMenus() {
     });
 }
 
+QStringList TZvDesignerWindow::StatementTables() const {
+    QStringList Names;
+    TZvTableDefs& Tables = Sql->GetParser().GetTableDefs();
+    for (int I = 0; I < Tables.Count(); ++I)
+        Names << QString::fromStdString(Tables.Items(I)->GetName());
+    return Names;
+}
+
 QString TZvDesignerWindow::PreviewStatus() const {
     return PreviewLabel->text();
 }
@@ -138,6 +147,7 @@ void TZvDesignerWindow::SetDiagramArea(QWidget* Area) {
 }
 
 void TZvDesignerWindow::StartPreview(const QString& Statement) {
+    CatalogView->ExpandOnly(StatementTables());
     PreviewLabel->setText(tr("Reading rows..."));
     Reader->Run(Statement);
 }

@@ -38,6 +38,8 @@ public:
     QTableView* PreviewTable() const { return PreviewView; }
     TZvPreviewModel* PreviewModel() const { return Rows; }
     TZvPreview& Preview() const { return *Reader; }
+    // The names of the tables in the last statement that parsed.
+    QStringList StatementTables() const;
     // The line above the preview: the row count, that there are more rows, or why there are none.
     QString PreviewStatus() const;
 

@@ -129,6 +129,25 @@ TEST_F(ZvDesignerWindowTest, DoubleClickingTheCatalogInsertsTableAndFieldNamesAt
     EXPECT_EQ(Editor().toPlainText(), QStringLiteral("SELECT products.name FROM products"));
 }
 
+TEST_F(ZvDesignerWindowTest, TheStatementsTablesAreOpenedInTheCatalog) {
+    LoadAndWait(ZvSampleStatement());
+    QStringList Tables = Window->StatementTables();
+    Tables.sort(); // the model's order is not the point here
+    EXPECT_EQ(Tables, (QStringList{QStringLiteral("categories"), QStringLiteral("products"),
+                                   QStringLiteral("suppliers")}));
+    TZvCatalogView& Catalog = *Window->Catalog();
+    QStringList Expanded;
+    for (int I = 0; I < Catalog.topLevelItemCount(); ++I) {
+        if (Catalog.topLevelItem(I)->isExpanded())
+            Expanded << Catalog.topLevelItem(I)->text(0);
+    }
+    EXPECT_EQ(Expanded, (QStringList{QStringLiteral("categories"), QStringLiteral("products"),
+                                     QStringLiteral("suppliers")}));
+    LoadAndWait(QStringLiteral("SELECT R.name FROM REGIONS R"));
+    EXPECT_TRUE(Catalog.FindTable(QStringLiteral("regions"))->isExpanded());
+    EXPECT_FALSE(Catalog.FindTable(QStringLiteral("products"))->isExpanded());
+}
+
 // --- SQL pane ----------------------------------------------------------------------------------
 
 TEST_F(ZvDesignerWindowTest, ApplyingWritesTheGeneratedStatementBackAsOneUndoStep) {
