@@ -41,26 +41,38 @@ QString ZvSampleStatement() {
         "ORDER BY g.name, p.unit_price DESC");
 }
 
-TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionSpec& Spec_,
+TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionSpec& Spec,
                                      QWidget* Parent)
-    : QMainWindow(Parent), Spec(Spec_), CatalogView(new TZvCatalogView(this)), Sql(new TZvSqlPane(this)),
-      Rows(new TZvPreviewModel(this)), PreviewView(new QTableView(this)), PreviewLabel(new QLabel(this)),
-      RightSplitter(new QSplitter(Qt::Vertical, this)), Reader(std::make_unique<TZvPreview>(Spec)) {
+    : QMainWindow(Parent), Metadata(Database), CatalogView(new TZvCatalogView(this)),
+      Sql(new TZvSqlPane(this)), Rows(new TZvPreviewModel(this)), PreviewView(new QTableView(this)),
+      PreviewLabel(new QLabel(this)), RightSplitter(new QSplitter(Qt::Vertical, this)),
+      Reader(std::make_unique<TZvPreview>(Spec)) {
     setWindowTitle(tr("Zevrin Designer - %1").arg(ZvDescribeConnection(Spec)));
-    CatalogView->Load(TZvSqlMetadata(Database));
+    statusBar()->addPermanentWidget(new QLabel(ZvDescribeConnection(Spec), this));
+    CatalogView->Load(Metadata);
+    CreateLayout();
+    CreateMenus();
+    ConnectParts();
+    resize(1200, 800);
+}
 
+QWidget* TZvDesignerWindow::CreatePreviewPanel() {
     PreviewView->setModel(Rows);
     PreviewView->setAlternatingRowColors(true);
     PreviewView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     PreviewView->verticalHeader()->setDefaultSectionSize(PreviewView->fontMetrics().height() + 6);
-    auto* PreviewPanel = new QWidget(this);
-    auto* PreviewLayout = new QVBoxLayout(PreviewPanel);
-    PreviewLayout->setContentsMargins(0, 0, 0, 0);
-    PreviewLayout->addWidget(PreviewLabel);
-    PreviewLayout->addWidget(PreviewView, 1);
+    auto* Panel = new QWidget(this);
+    auto* Layout = new QVBoxLayout(Panel);
+    Layout->setContentsMargins(0, 0, 0, 0);
+    Layout->addWidget(PreviewLabel);
+    Layout->addWidget(PreviewView, 1);
+    return Panel;
+}
 
+// Catalog | (diagram area when placed, SQL pane, preview).
+void TZvDesignerWindow::CreateLayout() {
     RightSplitter->addWidget(Sql);
-    RightSplitter->addWidget(PreviewPanel);
+    RightSplitter->addWidget(CreatePreviewPanel());
     RightSplitter->setStretchFactor(0, 2);
     RightSplitter->setStretchFactor(1, 3);
     auto* MainSplitter = new QSplitter(Qt::Horizontal, this);
@@ -69,10 +81,9 @@ TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConn
     MainSplitter->setStretchFactor(1, 1);
     MainSplitter->setSizes({260, 940});
     setCentralWidget(MainSplitter);
-    statusBar()->addPermanentWidget(new QLabel(ZvDescribeConnection(Spec), this));
-    CreateMenus();
-    resize(1200, 800);
+}
 
+void TZvDesignerWindow::ConnectParts() {
     connect(Sql, &TZvSqlPane::StatementApplied, this, &TZvDesignerWindow::StartPreview);
     connect(Sql, &TZvSqlPane::StatementFailed, this,
             [this] { StopPreview(tr("No preview: the statement has a syntax error.")); });

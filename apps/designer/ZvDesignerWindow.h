@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZvConnectionSpec.h"
+#include "ZvSqlMetadata.h"
 
 #include <QMainWindow>
 #include <QSqlDatabase>
@@ -33,6 +34,8 @@ public:
     TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionSpec& Spec, QWidget* Parent = nullptr);
     ~TZvDesignerWindow() override;
 
+    // The metadata of the window's connection, for the parts that ask for a table's fields.
+    const TZvSqlMetadata& GetMetadata() const { return Metadata; }
     TZvSqlPane* SqlPane() const { return Sql; }
     TZvCatalogView* Catalog() const { return CatalogView; }
     QTableView* PreviewTable() const { return PreviewView; }
@@ -61,13 +64,16 @@ signals:
     void PreviewUpdated();
 
 private:
+    QWidget* CreatePreviewPanel();
+    void CreateLayout();
     void CreateMenus();
+    void ConnectParts();
     void StartPreview(const QString& Sql);
     void StopPreview(const QString& Status);
     void ShowPreview(const TZvPreviewResult& Result);
     void OpenStatementFile();
 
-    TZvConnectionSpec Spec;
+    TZvSqlMetadata Metadata;
     TZvCatalogView* CatalogView;
     TZvSqlPane* Sql;
     TZvPreviewModel* Rows;

@@ -90,6 +90,7 @@ protected:
 TEST_F(ZvDesignerWindowTest, CatalogListsEveryTableAndViewOfTheDatabase) {
     const QStringList Tables = ZvListTables(Database);
     ASSERT_EQ(Tables.size(), 9);
+    EXPECT_EQ(Window->GetMetadata().Tables(), Tables);
     TZvCatalogView& Catalog = *Window->Catalog();
     ASSERT_EQ(Catalog.topLevelItemCount(), Tables.size());
     for (int I = 0; I < Tables.size(); ++I)
