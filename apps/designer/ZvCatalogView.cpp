@@ -16,23 +16,43 @@ TZvCatalogView::TZvCatalogView(QWidget* Parent) : QTreeWidget(Parent) {
     header()->setStretchLastSection(false);
     setUniformRowHeights(true);
     connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* Item) { Activate(Item); });
+    connect(this, &QTreeWidget::itemExpanded, this, &TZvCatalogView::ReadFields);
 }
+
+TZvCatalogView::~TZvCatalogView() = default;
 
 void TZvCatalogView::Load(const TZvSqlMetadata& Metadata) {
     clear();
+    Source = std::make_unique<TZvSqlMetadata>(Metadata);
     for (const QString& Table : Metadata.Tables())
-        AddTable(Metadata, Table, false);
+        AddTable(Table, QString());
     for (const QString& Procedure : Metadata.Procedures())
-        AddTable(Metadata, Procedure, true);
+        AddTable(Procedure, tr("procedure"));
 }
 
-void TZvCatalogView::AddTable(const TZvSqlMetadata& Metadata, const QString& Name, bool Procedure) {
+// A database of many tables must not cost a query per table at start: an item shows that it can
+// be opened and reads its fields when it is.
+void TZvCatalogView::AddTable(const QString& Name, const QString& Kind) {
+    auto* Item = new QTreeWidgetItem(this, {Name, Kind});
+    Item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+}
+
+void TZvCatalogView::ReadFields(QTreeWidgetItem* Table) {
+    if (Table->parent() != nullptr || Table->childCount() > 0 || !Source)
+        return;
     TZvDataSet DataSet;
     TZvParams Params;
-    Metadata.GetTableFields(Name.toStdString(), DataSet, Params);
-    auto* Item = new QTreeWidgetItem(this, {Name, Procedure ? tr("procedure") : QString()});
+    Source->GetTableFields(Table->text(0).toStdString(), DataSet, Params);
     for (const TZvDataField& Field : DataSet.GetFieldDefs())
-        new QTreeWidgetItem(Item, {QString::fromStdString(Field.Name), ZvFieldTypeText(Field.DataType)});
+        new QTreeWidgetItem(Table, {QString::fromStdString(Field.Name), ZvFieldTypeText(Field.DataType)});
+    Table->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
+}
+
+QTreeWidgetItem* TZvCatalogView::Fields(const QString& Name) {
+    QTreeWidgetItem* Table = FindTable(Name);
+    if (Table != nullptr)
+        ReadFields(Table);
+    return Table;
 }
 
 QTreeWidgetItem* TZvCatalogView::FindTable(const QString& Name) const {

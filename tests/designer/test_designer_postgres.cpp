@@ -79,14 +79,16 @@ protected:
 };
 
 TEST_F(ZvDesignerPostgresTest, TheCatalogListsTheServersTablesAndProcedures) {
-    const QTreeWidgetItem* Regions = Window->Catalog()->FindTable(QStringLiteral("regions"));
+    const QTreeWidgetItem* Regions = Window->Catalog()->Fields(QStringLiteral("regions"));
     ASSERT_NE(Regions, nullptr);
     ASSERT_EQ(Regions->childCount(), 2);
     EXPECT_EQ(Regions->child(1)->text(0), QStringLiteral("name"));
     EXPECT_EQ(Regions->child(1)->text(1), QStringLiteral("String"));
-    const QTreeWidgetItem* Procedure = Window->Catalog()->FindTable(QStringLiteral("big_regions"));
+    const QTreeWidgetItem* Procedure = Window->Catalog()->Fields(QStringLiteral("big_regions"));
     ASSERT_NE(Procedure, nullptr);
     EXPECT_EQ(Procedure->text(1), QStringLiteral("procedure"));
+    ASSERT_EQ(Procedure->childCount(), 2); // the columns it returns
+    EXPECT_EQ(Procedure->child(0)->text(0), QStringLiteral("region_id"));
 }
 
 TEST_F(ZvDesignerPostgresTest, ThePreviewReadsTheServerOnItsOwnConnection) {

@@ -98,7 +98,7 @@ TEST_F(ZvDesignerWindowTest, CatalogListsEveryTableAndViewOfTheDatabase) {
 }
 
 TEST_F(ZvDesignerWindowTest, CatalogShowsFieldsInColumnOrderWithTheComponentsTypeNames) {
-    const QTreeWidgetItem* Products = Window->Catalog()->FindTable(QStringLiteral("products"));
+    const QTreeWidgetItem* Products = Window->Catalog()->Fields(QStringLiteral("products"));
     ASSERT_NE(Products, nullptr);
     ASSERT_EQ(Products->childCount(), 8);
     const struct {
@@ -111,7 +111,7 @@ TEST_F(ZvDesignerWindowTest, CatalogShowsFieldsInColumnOrderWithTheComponentsTyp
         EXPECT_EQ(Products->child(I)->text(0), QString::fromLatin1(Expected[I].Name));
         EXPECT_EQ(Products->child(I)->text(1), QString::fromLatin1(Expected[I].Type)) << Expected[I].Name;
     }
-    const QTreeWidgetItem* Orders = Window->Catalog()->FindTable(QStringLiteral("orders"));
+    const QTreeWidgetItem* Orders = Window->Catalog()->Fields(QStringLiteral("orders"));
     ASSERT_NE(Orders, nullptr);
     EXPECT_EQ(Orders->child(3)->text(0), QStringLiteral("order_date"));
     EXPECT_EQ(Orders->child(3)->text(1), QStringLiteral("Date"));
@@ -122,7 +122,7 @@ TEST_F(ZvDesignerWindowTest, DoubleClickingTheCatalogInsertsTableAndFieldNamesAt
     QTextCursor Cursor = Editor().textCursor();
     Cursor.setPosition(7);
     Editor().setTextCursor(Cursor);
-    QTreeWidgetItem* Products = Window->Catalog()->FindTable(QStringLiteral("products"));
+    QTreeWidgetItem* Products = Window->Catalog()->Fields(QStringLiteral("products"));
     ASSERT_NE(Products, nullptr);
     emit Window->Catalog()->itemDoubleClicked(Products->child(1), 0);
     Editor().moveCursor(QTextCursor::End);
@@ -147,6 +147,21 @@ TEST_F(ZvDesignerWindowTest, TheStatementsTablesAreOpenedInTheCatalog) {
     LoadAndWait(QStringLiteral("SELECT R.name FROM REGIONS R"));
     EXPECT_TRUE(Catalog.FindTable(QStringLiteral("regions"))->isExpanded());
     EXPECT_FALSE(Catalog.FindTable(QStringLiteral("products"))->isExpanded());
+}
+
+TEST_F(ZvDesignerWindowTest, ATablesFieldsAreReadWhenItIsFirstOpened) {
+    TZvCatalogView& Catalog = *Window->Catalog();
+    QTreeWidgetItem* Regions = Catalog.FindTable(QStringLiteral("regions"));
+    ASSERT_NE(Regions, nullptr);
+    EXPECT_EQ(Regions->childCount(), 0);
+    EXPECT_EQ(Regions->childIndicatorPolicy(), QTreeWidgetItem::ShowIndicator);
+    Regions->setExpanded(true);
+    ASSERT_EQ(Regions->childCount(), 2);
+    EXPECT_EQ(Regions->child(0)->text(0), QStringLiteral("region_id"));
+    Regions->setExpanded(false);
+    Regions->setExpanded(true);
+    EXPECT_EQ(Regions->childCount(), 2) << "the fields are read once";
+    EXPECT_EQ(Catalog.Fields(QStringLiteral("no_such_table")), nullptr);
 }
 
 // --- SQL pane ----------------------------------------------------------------------------------
