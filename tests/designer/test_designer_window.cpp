@@ -230,13 +230,20 @@ TEST_F(ZvDesignerWindowTest, ASyntaxErrorShowsTheMessageAndPutsTheCursorOnTheErr
     for (const TBrokenStatement& Case : Cases) {
         const QString Text = QString::fromUtf8(Case.Text);
         EXPECT_FALSE(Window->LoadStatement(Text)) << Case.Text;
+        EXPECT_EQ(Editor().toPlainText(), Text) << "the typed text must stay as it was";
         EXPECT_EQ(Window->SqlPane()->ErrorText(), QString::fromUtf8(Case.Message)) << Case.Text;
         const QTextCursor Cursor = Editor().textCursor();
         EXPECT_EQ(Cursor.blockNumber(), Case.Block) << Case.Text;
         EXPECT_EQ(Cursor.positionInBlock(), Case.Column) << Case.Text;
-        EXPECT_EQ(Editor().toPlainText(), Text) << "the typed text must stay as it was";
         EXPECT_TRUE(Window->SqlPane()->GeneratedSql().isEmpty());
     }
+}
+
+TEST_F(ZvDesignerWindowTest, PastedWindowsLineBreaksCountAsOneLineBreak) {
+    EXPECT_FALSE(Window->LoadStatement(QStringLiteral("SELECT a\r\nFROM t\r\nWHERE a = 'ü' FOR UPDATE")));
+    EXPECT_EQ(Window->SqlPane()->ErrorText(), QStringLiteral("Invalid token 'FOR' at position 16 of line 3."));
+    EXPECT_EQ(Editor().textCursor().blockNumber(), 2);
+    EXPECT_EQ(Editor().textCursor().positionInBlock(), 14);
 }
 
 TEST_F(ZvDesignerWindowTest, ASyntaxErrorEmptiesThePreviewAndSaysWhy) {
