@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QBrush>
-#include <QFont>
 #include <QPalette>
 
 namespace zv {
