@@ -74,7 +74,7 @@ void CheckDialect(const QString& Name) {
 }
 
 // The server options apply only to a connection made through --driver.
-void ReadDriverConnection(const QCommandLineParser& Parser, TZvConnectionSpec& Spec) {
+void ReadDriverConnection(const QCommandLineParser& Parser, TZvConnectionInfo& Info) {
     static const char* const kDriverOptions[] = {"host", "port", "dbname", "user", "password"};
     if (!Parser.isSet(QStringLiteral("driver"))) {
         for (const char* Name : kDriverOptions) {
@@ -84,14 +84,14 @@ void ReadDriverConnection(const QCommandLineParser& Parser, TZvConnectionSpec& S
         }
         return;
     }
-    Spec.Sample = false;
-    Spec.Driver = Parser.value(QStringLiteral("driver"));
-    Spec.DatabaseName = Parser.value(QStringLiteral("dbname"));
-    Spec.Host = Parser.value(QStringLiteral("host"));
+    Info.Sample = false;
+    Info.Driver = Parser.value(QStringLiteral("driver"));
+    Info.DatabaseName = Parser.value(QStringLiteral("dbname"));
+    Info.Host = Parser.value(QStringLiteral("host"));
     if (Parser.isSet(QStringLiteral("port")))
-        Spec.Port = PortNumber(Parser.value(QStringLiteral("port")));
-    Spec.User = Parser.value(QStringLiteral("user"));
-    Spec.Password = Parser.value(QStringLiteral("password"));
+        Info.Port = PortNumber(Parser.value(QStringLiteral("port")));
+    Info.User = Parser.value(QStringLiteral("user"));
+    Info.Password = Parser.value(QStringLiteral("password"));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // screenshot mode that renders the window to a picture without a display.
 #pragma once
 
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,7 +10,7 @@
 namespace zv {
 
 struct TZvDesignerOptions {
-    TZvConnectionSpec Connection; // the sample database unless --db or --driver names another
+    TZvConnectionInfo Connection; // the sample database unless --db or --driver names another
     QString Dialect = QStringLiteral("generic");
     QString StatementFile; // --sql: a statement loaded at start (the sample statement otherwise)
     QString Screenshot;    // --screenshot: write the window to this PNG file and exit

@@ -41,14 +41,14 @@ QString ZvSampleStatement() {
         "ORDER BY g.name, p.unit_price DESC");
 }
 
-TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionSpec& Spec,
+TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionInfo& Info,
                                      QWidget* Parent)
     : QMainWindow(Parent), Metadata(Database), CatalogView(new TZvCatalogView(this)),
       Sql(new TZvSqlPane(this)), Rows(new TZvPreviewModel(this)), PreviewView(new QTableView(this)),
       PreviewLabel(new QLabel(this)), RightSplitter(new QSplitter(Qt::Vertical, this)),
-      Reader(std::make_unique<TZvPreview>(Spec)) {
-    setWindowTitle(tr("Zevrin Designer - %1").arg(ZvDescribeConnection(Spec)));
-    statusBar()->addPermanentWidget(new QLabel(ZvDescribeConnection(Spec), this));
+      Reader(std::make_unique<TZvPreview>(Info)) {
+    setWindowTitle(tr("Zevrin Designer - %1").arg(ZvDescribeConnection(Info)));
+    statusBar()->addPermanentWidget(new QLabel(ZvDescribeConnection(Info), this));
     CatalogView->Load(Metadata);
     CreateLayout();
     CreateMenus();

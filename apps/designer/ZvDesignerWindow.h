@@ -2,7 +2,7 @@
 // diagram area (when one is placed), the SQL pane and the result preview, in a splitter.
 #pragma once
 
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 #include "ZvSqlMetadata.h"
 
 #include <QMainWindow>
@@ -29,9 +29,9 @@ class TZvDesignerWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    // Database is an open connection for the catalog, used in this thread; Spec holds its
+    // Database is an open connection for the catalog, used in this thread; Info holds its
     // parameters, from which the preview opens a connection of its own.
-    TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionSpec& Spec, QWidget* Parent = nullptr);
+    TZvDesignerWindow(const QSqlDatabase& Database, const TZvConnectionInfo& Info, QWidget* Parent = nullptr);
     ~TZvDesignerWindow() override;
 
     // The metadata of the window's connection, for the parts that ask for a table's fields.

@@ -19,15 +19,15 @@ QString NextConnectionName() {
 
 } // namespace
 
-TZvPreviewWorker::TZvPreviewWorker(TZvConnectionSpec Spec_, int RowLimit_,
+TZvPreviewWorker::TZvPreviewWorker(TZvConnectionInfo Info_, int RowLimit_,
                                    std::shared_ptr<const std::atomic<quint64>> Latest_)
-    : Spec(std::move(Spec_)), RowLimit(RowLimit_), Latest(std::move(Latest_)),
+    : Info(std::move(Info_)), RowLimit(RowLimit_), Latest(std::move(Latest_)),
       ConnectionName(NextConnectionName()) {}
 
 bool TZvPreviewWorker::EnsureOpen(QString& Error) {
     if (Opened)
         return true;
-    QSqlDatabase Database = ZvOpenConnection(Spec, ConnectionName, &Error);
+    QSqlDatabase Database = ZvOpenConnection(Info, ConnectionName, &Error);
     Opened = Database.isOpen();
     return Opened;
 }
@@ -75,8 +75,8 @@ void TZvPreviewWorker::Shutdown() {
     Opened = false;
 }
 
-TZvPreview::TZvPreview(const TZvConnectionSpec& Spec, int RowLimit, QObject* Parent)
-    : QObject(Parent), Worker(new TZvPreviewWorker(Spec, RowLimit, Latest)) {
+TZvPreview::TZvPreview(const TZvConnectionInfo& Info, int RowLimit, QObject* Parent)
+    : QObject(Parent), Worker(new TZvPreviewWorker(Info, RowLimit, Latest)) {
     qRegisterMetaType<TZvPreviewResult>();
     Thread.setObjectName(QStringLiteral("zevrin-preview"));
     Worker->moveToThread(&Thread);

@@ -3,7 +3,7 @@
 // itself stays single-threaded; only this reader leaves the user-interface thread.
 #pragma once
 
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 
 #include <QList>
 #include <QMetaType>
@@ -36,7 +36,7 @@ class TZvPreviewWorker : public QObject {
     Q_OBJECT
 
 public:
-    TZvPreviewWorker(TZvConnectionSpec Spec, int RowLimit,
+    TZvPreviewWorker(TZvConnectionInfo Info, int RowLimit,
                      std::shared_ptr<const std::atomic<quint64>> Latest);
 
 public slots:
@@ -51,7 +51,7 @@ private:
     bool EnsureOpen(QString& Error);
     bool IsReplaced(quint64 Request) const { return Latest->load() != Request; }
 
-    TZvConnectionSpec Spec;
+    TZvConnectionInfo Info;
     int RowLimit;
     std::shared_ptr<const std::atomic<quint64>> Latest;
     QString ConnectionName;
@@ -64,7 +64,7 @@ class TZvPreview : public QObject {
     Q_OBJECT
 
 public:
-    explicit TZvPreview(const TZvConnectionSpec& Spec, int RowLimit = kZvPreviewRowLimit,
+    explicit TZvPreview(const TZvConnectionInfo& Info, int RowLimit = kZvPreviewRowLimit,
                         QObject* Parent = nullptr);
     // Stops the thread; waits for a statement being read to return its current row.
     ~TZvPreview() override;

@@ -1,6 +1,6 @@
 // zevrin-designer: the process around the designer window. Reads the command line, opens the
 // database, shows the window, or in screenshot mode renders it to a PNG file and exits.
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 #include "ZvDesignerOptions.h"
 #include "ZvDesignerWindow.h"
 #include "ZvScreenshot.h"

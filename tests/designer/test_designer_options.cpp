@@ -1,6 +1,6 @@
 // The designer's command line, its connections, and the mapping of the core's byte positions to
 // editor positions.
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 #include "ZvDesignerOptions.h"
 #include "ZvEditorPosition.h"
 
@@ -46,14 +46,14 @@ TEST(ZvDesignerOptions, DriverTakesTheServerOptionsInBothSpellings) {
         {QStringLiteral("--driver"), QStringLiteral("QPSQL"), QStringLiteral("--host=/tmp/sock"),
          QStringLiteral("--port"), QStringLiteral("5433"), QStringLiteral("--dbname"), QStringLiteral("shop"),
          QStringLiteral("--user=ann"), QStringLiteral("--password"), QStringLiteral("s3cret")});
-    const TZvConnectionSpec& Spec = Options.Connection;
-    EXPECT_FALSE(Spec.Sample);
-    EXPECT_EQ(Spec.Driver, QStringLiteral("QPSQL"));
-    EXPECT_EQ(Spec.Host, QStringLiteral("/tmp/sock"));
-    EXPECT_EQ(Spec.Port, 5433);
-    EXPECT_EQ(Spec.DatabaseName, QStringLiteral("shop"));
-    EXPECT_EQ(Spec.User, QStringLiteral("ann"));
-    EXPECT_EQ(Spec.Password, QStringLiteral("s3cret"));
+    const TZvConnectionInfo& Info = Options.Connection;
+    EXPECT_FALSE(Info.Sample);
+    EXPECT_EQ(Info.Driver, QStringLiteral("QPSQL"));
+    EXPECT_EQ(Info.Host, QStringLiteral("/tmp/sock"));
+    EXPECT_EQ(Info.Port, 5433);
+    EXPECT_EQ(Info.DatabaseName, QStringLiteral("shop"));
+    EXPECT_EQ(Info.User, QStringLiteral("ann"));
+    EXPECT_EQ(Info.Password, QStringLiteral("s3cret"));
 }
 
 TEST(ZvDesignerOptions, DialectStatementAndScreenshotAreKept) {
@@ -108,47 +108,48 @@ TEST(ZvDesignerOptions, UsageListsEveryOptionAndTheRowLimit) {
 
 // --- connections -------------------------------------------------------------------------------
 
-TEST(ZvConnectionSpec, AMissingSqliteFileIsReportedAndNotCreated) {
+TEST(ZvConnection, AMissingSqliteFileIsReportedAndNotCreated) {
     QTemporaryDir Directory;
     const QString File = Directory.filePath(QStringLiteral("missing.sqlite"));
     QString Error;
     QSqlDatabase Database =
-        ZvOpenConnection(ZvSqliteConnection(File), QStringLiteral("spec-missing"), &Error);
+        ZvOpenConnection(ZvSqliteConnection(File), QStringLiteral("connection-missing"), &Error);
     EXPECT_FALSE(Database.isOpen());
     EXPECT_EQ(Error, QStringLiteral("database file '%1' does not exist").arg(File));
     EXPECT_FALSE(QFileInfo::exists(File));
     Database = QSqlDatabase();
-    ZvCloseConnection(QStringLiteral("spec-missing"));
+    ZvCloseConnection(QStringLiteral("connection-missing"));
 }
 
-TEST(ZvConnectionSpec, AnUnknownDriverIsNamedWithTheInstalledOnes) {
-    TZvConnectionSpec Spec;
-    Spec.Sample = false;
-    Spec.Driver = QStringLiteral("QNOSUCH");
+TEST(ZvConnection, AnUnknownDriverIsNamedWithTheInstalledOnes) {
+    TZvConnectionInfo Info;
+    Info.Sample = false;
+    Info.Driver = QStringLiteral("QNOSUCH");
     QString Error;
-    QSqlDatabase Database = ZvOpenConnection(Spec, QStringLiteral("spec-driver"), &Error);
+    QSqlDatabase Database = ZvOpenConnection(Info, QStringLiteral("connection-driver"), &Error);
     EXPECT_FALSE(Database.isOpen());
     EXPECT_TRUE(Error.startsWith(QStringLiteral("the Qt SQL driver 'QNOSUCH' is not installed (installed: ")))
         << Error.toStdString();
     EXPECT_TRUE(Error.contains(QStringLiteral("QSQLITE"))) << Error.toStdString();
 }
 
-TEST(ZvConnectionSpec, TheSampleOpensReadOnly) {
+TEST(ZvConnection, TheSampleOpensReadOnly) {
     QString Error;
-    QSqlDatabase Database = ZvOpenConnection(TZvConnectionSpec{}, QStringLiteral("spec-sample"), &Error);
+    QSqlDatabase Database =
+        ZvOpenConnection(TZvConnectionInfo{}, QStringLiteral("connection-sample"), &Error);
     ASSERT_TRUE(Database.isOpen()) << Error.toStdString();
     EXPECT_TRUE(Error.isEmpty());
     EXPECT_EQ(Database.connectOptions(), QStringLiteral("QSQLITE_OPEN_READONLY"));
     Database = QSqlDatabase();
-    ZvCloseConnection(QStringLiteral("spec-sample"));
-    EXPECT_FALSE(QSqlDatabase::contains(QStringLiteral("spec-sample")));
+    ZvCloseConnection(QStringLiteral("connection-sample"));
+    EXPECT_FALSE(QSqlDatabase::contains(QStringLiteral("connection-sample")));
 }
 
-TEST(ZvConnectionSpec, DescriptionsNameWhatIsOpen) {
-    EXPECT_EQ(ZvDescribeConnection(TZvConnectionSpec{}), QStringLiteral("Sample database (SQLite)"));
+TEST(ZvConnection, DescriptionsNameWhatIsOpen) {
+    EXPECT_EQ(ZvDescribeConnection(TZvConnectionInfo{}), QStringLiteral("Sample database (SQLite)"));
     EXPECT_EQ(ZvDescribeConnection(ZvSqliteConnection(QStringLiteral("/d/x.db"))),
               QStringLiteral("SQLite: /d/x.db"));
-    TZvConnectionSpec Server;
+    TZvConnectionInfo Server;
     Server.Sample = false;
     Server.Driver = QStringLiteral("QPSQL");
     Server.DatabaseName = QStringLiteral("shop");

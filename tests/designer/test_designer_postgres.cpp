@@ -2,7 +2,7 @@
 // and the preview read through a connection that the preview thread opens with the same
 // parameters, checked against the server directly.
 #include "ZvCatalogView.h"
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 #include "ZvDesignerWindow.h"
 #include "ZvPreviewModel.h"
 #include "ZvSqlPane.h"
@@ -26,15 +26,15 @@ CREATE FUNCTION big_regions(lowest integer) RETURNS TABLE (region_id integer, na
     LANGUAGE sql AS 'SELECT region_id, name FROM regions WHERE region_id >= lowest';
 )sql";
 
-TZvConnectionSpec ServerSpec(const TZvTestPostgres& Server) {
-    TZvConnectionSpec Spec;
-    Spec.Sample = false;
-    Spec.Driver = QStringLiteral("QPSQL");
-    Spec.Host = QString::fromStdString(Server.GetDirectory().string());
-    Spec.Port = Server.GetPort();
-    Spec.User = QStringLiteral("postgres");
-    Spec.DatabaseName = QStringLiteral("designer");
-    return Spec;
+TZvConnectionInfo ServerConnection(const TZvTestPostgres& Server) {
+    TZvConnectionInfo Info;
+    Info.Sample = false;
+    Info.Driver = QStringLiteral("QPSQL");
+    Info.Host = QString::fromStdString(Server.GetDirectory().string());
+    Info.Port = Server.GetPort();
+    Info.User = QStringLiteral("postgres");
+    Info.DatabaseName = QStringLiteral("designer");
+    return Info;
 }
 
 class ZvDesignerPostgresTest : public ::testing::Test {
@@ -58,11 +58,11 @@ protected:
     void SetUp() override {
         TZvTestPostgres& Server = TZvTestPostgres::Shared();
         Direct = Server.Connect(QStringLiteral("designer-direct"), QStringLiteral("designer"));
-        Spec = ServerSpec(Server);
+        Info = ServerConnection(Server);
         QString Error;
-        Database = ZvOpenConnection(Spec, QStringLiteral("designer-pg"), &Error);
+        Database = ZvOpenConnection(Info, QStringLiteral("designer-pg"), &Error);
         ASSERT_TRUE(Database.isOpen()) << Error.toStdString();
-        Window = std::make_unique<TZvDesignerWindow>(Database, Spec);
+        Window = std::make_unique<TZvDesignerWindow>(Database, Info);
     }
     void TearDown() override {
         Window.reset();
@@ -72,7 +72,7 @@ protected:
         ZvCloseConnection(QStringLiteral("designer-direct"));
     }
 
-    TZvConnectionSpec Spec;
+    TZvConnectionInfo Info;
     QSqlDatabase Database;
     QSqlDatabase Direct;
     std::unique_ptr<TZvDesignerWindow> Window;

@@ -2,7 +2,7 @@
 // back through the core, errors placed in the editor, the preview read in its own thread and
 // checked against SQLite directly, the screenshot, and the zevrin-designer process.
 #include "ZvCatalogView.h"
-#include "ZvConnectionSpec.h"
+#include "ZvConnection.h"
 #include "ZvDesignerWindow.h"
 #include "ZvPreview.h"
 #include "ZvPreviewModel.h"
@@ -51,11 +51,11 @@ class ZvDesignerWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
         QString Error;
-        Database = ZvOpenConnection(TZvConnectionSpec{}, QStringLiteral("designer-test"), &Error);
+        Database = ZvOpenConnection(TZvConnectionInfo{}, QStringLiteral("designer-test"), &Error);
         ASSERT_TRUE(Database.isOpen()) << Error.toStdString();
         Direct = ZvOpenSampleDatabase(QStringLiteral("designer-direct"));
         ASSERT_TRUE(Direct.isOpen());
-        Window = std::make_unique<TZvDesignerWindow>(Database, TZvConnectionSpec{});
+        Window = std::make_unique<TZvDesignerWindow>(Database, TZvConnectionInfo{});
     }
     void TearDown() override {
         Window.reset();
@@ -241,7 +241,8 @@ TEST_F(ZvDesignerWindowTest, ASyntaxErrorShowsTheMessageAndPutsTheCursorOnTheErr
 
 TEST_F(ZvDesignerWindowTest, PastedWindowsLineBreaksCountAsOneLineBreak) {
     EXPECT_FALSE(Window->LoadStatement(QStringLiteral("SELECT a\r\nFROM t\r\nWHERE a = 'ü' FOR UPDATE")));
-    EXPECT_EQ(Window->SqlPane()->ErrorText(), QStringLiteral("Invalid token 'FOR' at position 16 of line 3."));
+    EXPECT_EQ(Window->SqlPane()->ErrorText(),
+              QStringLiteral("Invalid token 'FOR' at position 16 of line 3."));
     EXPECT_EQ(Editor().textCursor().blockNumber(), 2);
     EXPECT_EQ(Editor().textCursor().positionInBlock(), 14);
 }
@@ -341,7 +342,7 @@ const QString kEndlessRows =
     QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n");
 
 TEST(ZvPreview, TheWindowsEventLoopRunsWhileAStatementIsRead) {
-    TZvPreview Preview(TZvConnectionSpec{}, INT_MAX);
+    TZvPreview Preview(TZvConnectionInfo{}, INT_MAX);
     QSignalSpy Finished(&Preview, &TZvPreview::Finished);
     Preview.Run(kEndlessRows);
     int Ticks = 0;
@@ -356,7 +357,7 @@ TEST(ZvPreview, TheWindowsEventLoopRunsWhileAStatementIsRead) {
 }
 
 TEST(ZvPreview, OnlyTheLatestRequestReports) {
-    TZvPreview Preview(TZvConnectionSpec{}, INT_MAX);
+    TZvPreview Preview(TZvConnectionInfo{}, INT_MAX);
     QSignalSpy Finished(&Preview, &TZvPreview::Finished);
     Preview.Run(kEndlessRows);
     const quint64 Latest = Preview.Run(QStringLiteral("SELECT COUNT(*) AS n FROM orders"));

@@ -8,7 +8,7 @@
 
 namespace zv {
 
-struct TZvConnectionSpec {
+struct TZvConnectionInfo {
     // The bundled sample database: the file is found when the connection is opened.
     bool Sample = true;
     // A Qt SQL driver name: QSQLITE, QPSQL, ...
@@ -21,19 +21,19 @@ struct TZvConnectionSpec {
     QString Password;
 };
 
-// The spec of an SQLite database file.
-TZvConnectionSpec ZvSqliteConnection(const QString& File);
+// The connection to an SQLite database file.
+TZvConnectionInfo ZvSqliteConnection(const QString& File);
 
-// Opens a connection after Spec under ConnectionName, replacing a connection of that name. SQLite
+// Opens a connection after Info under ConnectionName, replacing a connection of that name. SQLite
 // files are opened read-only and must exist: the designer only reads, and a mistyped name must not
 // leave a new empty database behind. On failure the result is not open and Error (when given)
 // says what failed and where.
-QSqlDatabase ZvOpenConnection(const TZvConnectionSpec& Spec, const QString& ConnectionName, QString* Error);
+QSqlDatabase ZvOpenConnection(const TZvConnectionInfo& Info, const QString& ConnectionName, QString* Error);
 // Closes and forgets the named connection; call it from the thread that opened it.
 void ZvCloseConnection(const QString& ConnectionName);
 
 // One line for the status bar: "Sample database (SQLite)", "SQLite: FILE", "QPSQL: NAME on HOST:PORT
-// as USER" (parts the spec leaves empty are left out).
-QString ZvDescribeConnection(const TZvConnectionSpec& Spec);
+// as USER" (parts Info leaves empty are left out).
+QString ZvDescribeConnection(const TZvConnectionInfo& Info);
 
 } // namespace zv
