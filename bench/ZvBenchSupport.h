@@ -11,36 +11,20 @@
 #include <vector>
 
 #include "ZvCorpus.h"
+#include "ZvDialects.h"
 #include "ZvParser.h"
-#include "dialects/ZvDb2Dialect.h"
-#include "dialects/ZvDbiDialect.h"
-#include "dialects/ZvMSDialect.h"
-#include "dialects/ZvMyDialect.h"
-#include "dialects/ZvOracleDialect.h"
-#include "dialects/ZvPgDialect.h"
 
 namespace zv {
 
 struct TZvBenchDialect {
     const char* Name;
-    std::unique_ptr<TZvSelectParser> (*Create)();
+    // A parser of the dialect, from the core's table of dialects.
+    std::unique_ptr<TZvSelectParser> Create() const { return CreateDialectParser(Name); }
 };
-
-// A dialect's parser, made as the suites hold it.
-template <class TParser>
-std::unique_ptr<TZvSelectParser> MakeBenchParser() {
-    return std::make_unique<TParser>();
-}
 
 inline const std::vector<TZvBenchDialect>& BenchDialects() {
     static const std::vector<TZvBenchDialect> Dialects = {
-        {"generic", [] { return std::make_unique<TZvSelectParser>(); }},
-        {"postgresql", MakeBenchParser<TZvPgSelectParser>},
-        {"db2", MakeBenchParser<TZvDb2SelectParser>},
-        {"oracle", MakeBenchParser<TZvOracleSelectParser>},
-        {"mysql", MakeBenchParser<TZvMySelectParser>},
-        {"dbisam", MakeBenchParser<TZvDbiSelectParser>},
-        {"mssql", MakeBenchParser<TZvMSSelectParser>},
+        {"generic"}, {"postgresql"}, {"db2"}, {"oracle"}, {"mysql"}, {"dbisam"}, {"mssql"},
     };
     return Dialects;
 }

@@ -12,7 +12,6 @@
 #include "ZvUtils.h"
 #include "dialects/ZvDb2Dialect.h"
 #include "dialects/ZvIBDialect.h"
-#include "dialects/ZvDbiDialect.h"
 #include "dialects/ZvMSDialect.h"
 #include "dialects/ZvMyDialect.h"
 #include "dialects/ZvOracleDialect.h"
@@ -87,19 +86,14 @@ std::string_view IBServerName(TZvIBSQLServer Server) {
     return "unknown";
 }
 
-std::unique_ptr<TZvSelectParser> CreateGenericParser(const TZvCliOptions&) {
-    return std::make_unique<TZvSelectParser>();
-}
-
-std::unique_ptr<TZvSelectParser> CreateIBParser(const TZvCliOptions& Options) {
-    auto Parser = std::make_unique<TZvIBSelectParser>();
-    Parser->SetSQLDialect(Options.IBDialect == 1 ? qibDialect1 : qibDialect3);
-    Parser->SetSQLServer(FindIBServer(Options.IBServer));
-    return Parser;
+// The dialect's own settings from the options; the parser comes from the same row's dialect.
+void ConfigureIBParser(TZvSelectParser& Parser, const TZvCliOptions& Options) {
+    auto& IB = static_cast<TZvIBSelectParser&>(Parser);
+    IB.SetSQLDialect(Options.IBDialect == 1 ? qibDialect1 : qibDialect3);
+    IB.SetSQLServer(FindIBServer(Options.IBServer));
 }
 
 nlohmann::ordered_json IBSettingsJson(TZvSelectParser& Parser) {
-    // The parser was made by CreateIBParser in the same row of the dialect table.
     auto& IB = static_cast<TZvIBSelectParser&>(Parser);
     nlohmann::ordered_json J;
     J["sqlDialect"] = IB.GetSQLDialect() == qibDialect1 ? 1 : 3;
@@ -113,15 +107,7 @@ nlohmann::ordered_json IBSettingsJson(TZvSelectParser& Parser) {
     return J;
 }
 
-// The dialects without settings of their own: their parser as it comes, and their clause options
-// in the JSON model.
-template <class TParser>
-std::unique_ptr<TZvSelectParser> CreatePlainParser(const TZvCliOptions&) {
-    return std::make_unique<TParser>();
-}
-
 nlohmann::ordered_json PgSettingsJson(TZvSelectParser& Parser) {
-    // The parser was made by CreatePlainParser in the same row of the dialect table.
     const TZvPgSQLOptions& Pg = static_cast<TZvPgSelectParser&>(Parser).GetPgOptions();
     nlohmann::ordered_json J;
     J["distinctOn"] = Pg.GetDistinctOn();
@@ -142,12 +128,7 @@ nlohmann::ordered_json OracleSettingsJson(TZvSelectParser& Parser) {
     return J;
 }
 
-std::unique_ptr<TZvSelectParser> CreateMyParser(const TZvCliOptions&) {
-    return std::make_unique<TZvMySelectParser>();
-}
-
 nlohmann::ordered_json MySettingsJson(TZvSelectParser& Parser) {
-    // The parser was made by CreateMyParser in the same row of the dialect table.
     const TZvMySQLOptions& My = static_cast<TZvMySelectParser&>(Parser).GetMySQLOptions();
     nlohmann::ordered_json J;
     J["filter"] = My.GetFilter() == myfoNone ? std::string("none") : LowerCase(MySQLFilterWord(My.GetFilter()));
@@ -168,18 +149,11 @@ nlohmann::ordered_json MySettingsJson(TZvSelectParser& Parser) {
     return J;
 }
 
-std::unique_ptr<TZvSelectParser> CreateDbiParser(const TZvCliOptions&) {
-    return std::make_unique<TZvDbiSelectParser>();
-}
-
-std::unique_ptr<TZvSelectParser> CreateMSParser(const TZvCliOptions& Options) {
-    auto Parser = std::make_unique<TZvMSSelectParser>();
-    Parser->SetQuotedIdentifier(Options.MSQuotedIdentifier);
-    return Parser;
+void ConfigureMSParser(TZvSelectParser& Parser, const TZvCliOptions& Options) {
+    static_cast<TZvMSSelectParser&>(Parser).SetQuotedIdentifier(Options.MSQuotedIdentifier);
 }
 
 nlohmann::ordered_json MSSettingsJson(TZvSelectParser& Parser) {
-    // The parser was made by CreateMSParser in the same row of the dialect table.
     auto& MS = static_cast<TZvMSSelectParser&>(Parser);
     const TZvMSSQLOptions& Top = MS.GetMSSQLOptions();
     nlohmann::ordered_json J;
@@ -191,24 +165,24 @@ nlohmann::ordered_json MSSettingsJson(TZvSelectParser& Parser) {
     return J;
 }
 
-// The one place that maps dialect names to parsers: each row makes its dialect's parser, set up
-// by that dialect's own options, and shows the dialect's settings in the JSON model.
+// What the tool adds to a dialect of the core's table (ZvDialects): its settings from the command
+// line, and its settings shown in the JSON model. The functions of a row cast the parser to the
+// class that CreateDialectParser makes for the row's name. Dialects without a row have neither.
 struct TCliDialect {
     std::string_view Name;
-    std::unique_ptr<TZvSelectParser> (*Create)(const TZvCliOptions& Options);
+    // Null when the command line has no settings for the dialect.
+    void (*Configure)(TZvSelectParser& Parser, const TZvCliOptions& Options);
     // Null when the dialect has no settings of its own.
     nlohmann::ordered_json (*Settings)(TZvSelectParser& Parser);
 };
 
 constexpr TCliDialect kDialects[] = {
-    {"generic", CreateGenericParser, nullptr},
-    {"interbase", CreateIBParser, IBSettingsJson},
-    {"mysql", CreateMyParser, MySettingsJson},
-    {"dbisam", CreateDbiParser, nullptr},
-    {"mssql", CreateMSParser, MSSettingsJson},
-    {"postgresql", CreatePlainParser<TZvPgSelectParser>, PgSettingsJson},
-    {"db2", CreatePlainParser<TZvDb2SelectParser>, Db2SettingsJson},
-    {"oracle", CreatePlainParser<TZvOracleSelectParser>, OracleSettingsJson},
+    {"interbase", ConfigureIBParser, IBSettingsJson},
+    {"mysql", nullptr, MySettingsJson},
+    {"mssql", ConfigureMSParser, MSSettingsJson},
+    {"postgresql", nullptr, PgSettingsJson},
+    {"db2", nullptr, Db2SettingsJson},
+    {"oracle", nullptr, OracleSettingsJson},
 };
 
 const TCliDialect* FindDialect(std::string_view Name) {
@@ -232,13 +206,6 @@ int IBDialectNumber(const std::string& Value) {
 }
 
 } // namespace
-
-std::vector<std::string> DialectNames() {
-    std::vector<std::string> Names;
-    for (const TCliDialect& D : kDialects)
-        Names.emplace_back(D.Name);
-    return Names;
-}
 
 TZvCliOptions ParseCliArguments(const std::vector<std::string>& Args) {
     TZvCliOptions Options;
@@ -340,10 +307,11 @@ std::string CliUsage() {
 }
 
 std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options) {
-    const TCliDialect* Dialect = FindDialect(Options.Dialect);
-    if (Dialect == nullptr)
+    std::unique_ptr<TZvSelectParser> Parser = CreateDialectParser(Options.Dialect);
+    if (!Parser)
         return nullptr;
-    std::unique_ptr<TZvSelectParser> Parser = Dialect->Create(Options);
+    if (const TCliDialect* Row = FindDialect(Options.Dialect); Row != nullptr && Row->Configure != nullptr)
+        Row->Configure(*Parser, Options);
     TZvScriptFormat Format;
     TZvFormatMode Mode = qfmAsIs;
     FindMode(Options.Keywords, Mode);
@@ -355,19 +323,6 @@ std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options) {
     Parser->SetScriptFormat(Format);
     Parser->GetScanner().QuoteIdentifiers = Options.QuoteIdentifiers;
     return Parser;
-}
-
-std::string NormalizeInputText(std::string_view Text) {
-    if (!Text.empty() && Text.back() == '\n')
-        Text.remove_suffix(Text.size() >= 2 && Text[Text.size() - 2] == '\r' ? 2 : 1);
-    std::string Result;
-    Result.reserve(Text.size() + Text.size() / 16);
-    for (std::size_t I = 0; I < Text.size(); ++I) {
-        if (Text[I] == '\n' && (I == 0 || Text[I - 1] != '\r'))
-            Result += '\r';
-        Result += Text[I];
-    }
-    return Result;
 }
 
 // --- model as JSON -------------------------------------------------------------------------------

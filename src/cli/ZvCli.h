@@ -9,6 +9,11 @@
 #include <string_view>
 #include <vector>
 
+// DialectNames (the names --dialect accepts) and NormalizeInputText (the input read as statement
+// text) come with the tool's interface.
+#include "ZvDialects.h"
+#include "ZvUtils.h"
+
 namespace zv {
 
 class TZvSelectParser;
@@ -40,14 +45,8 @@ struct TZvUsageError {
 TZvCliOptions ParseCliArguments(const std::vector<std::string>& Arguments);
 // The text printed by --help.
 std::string CliUsage();
-// The dialect names --dialect accepts.
-std::vector<std::string> DialectNames();
 // A parser of the named dialect set up by the options; null for an unknown name.
 std::unique_ptr<TZvSelectParser> CreateCliParser(const TZvCliOptions& Options);
-
-// Lone line feeds become carriage return + line feed (the scanner's line end) and one final line
-// break is dropped.
-std::string NormalizeInputText(std::string_view Text);
 
 // The model of a parsed statement as JSON text (two-space indentation, no final line break). A
 // parser made for a dialect with settings of its own (the named one) also shows them, as "options".

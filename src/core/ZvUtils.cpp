@@ -53,6 +53,19 @@ std::string Trim(std::string_view S) {
     return std::string(S.substr(First, Last - First));
 }
 
+std::string NormalizeInputText(std::string_view Text) {
+    if (!Text.empty() && Text.back() == '\n')
+        Text.remove_suffix(Text.size() >= 2 && Text[Text.size() - 2] == '\r' ? 2 : 1);
+    std::string Result;
+    Result.reserve(Text.size() + Text.size() / 16);
+    for (std::size_t I = 0; I < Text.size(); ++I) {
+        if (Text[I] == '\n' && (I == 0 || Text[I - 1] != '\r'))
+            Result += '\r';
+        Result += Text[I];
+    }
+    return Result;
+}
+
 // ---- Quoting --------------------------------------------------------------------------------
 
 std::string QuoteString(std::string_view S, char L, char R) {

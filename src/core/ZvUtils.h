@@ -26,6 +26,9 @@ std::string LowerCase(std::string_view S);
 bool SameText(std::string_view A, std::string_view B);
 // S without leading and trailing blanks and control characters (codes up to 32).
 std::string Trim(std::string_view S);
+// Statement text as an editor or a file holds it, made ready for the scanner, whose line end is
+// carriage return + line feed: lone line feeds become "\r\n" and one final line break is dropped.
+std::string NormalizeInputText(std::string_view Text);
 
 // L + S + R. With L == R every L inside S is doubled; with L != R nothing is escaped.
 std::string QuoteString(std::string_view S, char L, char R);

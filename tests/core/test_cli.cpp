@@ -32,15 +32,6 @@ TEST(ZvCli, LineFeedsBecomeLineEndsSoErrorsNameTheRightLine) {
     EXPECT_EQ(R.Err, "Invalid token 'FOR' at position 1 of line 3.\n");
 }
 
-TEST(ZvCli, NormalizingInputKeepsCarriageReturnLineFeedsAndDropsOneFinalBreak) {
-    EXPECT_EQ(NormalizeInputText("a\nb\r\nc\n"), "a\r\nb\r\nc");
-    EXPECT_EQ(NormalizeInputText("a\r\n"), "a");
-    EXPECT_EQ(NormalizeInputText("a\n\n"), "a\r\n");
-    EXPECT_EQ(NormalizeInputText("\n"), "");
-    EXPECT_EQ(NormalizeInputText(""), "");
-    EXPECT_EQ(NormalizeInputText("a\rb"), "a\rb");
-}
-
 TEST(ZvCli, LinesFormatsEachNonEmptyLine) {
     const TResult R = RunTool({"format", "--lines"}, "SELECT A FROM T\n\nSELECT\r\nSELECT B FROM U\n");
     EXPECT_EQ(R.Code, 0);

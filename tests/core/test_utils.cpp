@@ -659,5 +659,14 @@ TEST(ZvUtils, TransformResultOutsideIntWrapsInsteadOfOverflowing) {
     EXPECT_EQ(Points[0].Y, 1);  // 2^46 wrapped to 0, plus 1
 }
 
+TEST(ZvUtils, NormalizingInputKeepsCarriageReturnLineFeedsAndDropsOneFinalBreak) {
+    EXPECT_EQ(NormalizeInputText("a\nb\r\nc\n"), "a\r\nb\r\nc");
+    EXPECT_EQ(NormalizeInputText("a\r\n"), "a");
+    EXPECT_EQ(NormalizeInputText("a\n\n"), "a\r\n");
+    EXPECT_EQ(NormalizeInputText("\n"), "");
+    EXPECT_EQ(NormalizeInputText(""), "");
+    EXPECT_EQ(NormalizeInputText("a\rb"), "a\rb");
+}
+
 } // namespace
 } // namespace zv
