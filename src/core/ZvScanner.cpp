@@ -384,6 +384,8 @@ void TZvSQLScanner::BuildClassTables() {
             Bits |= ccPlainBlank;
         if ((Bits & ccDelim) && !(Bits & (ccOperatorStart | ccQuote | ccIdentQuote)) && C != '\r')
             Bits |= ccLoneDelim;
+        if ((Bits & ccPlainBlank) || C == '\r')
+            Bits |= ccBlankStart;
     }
     PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
     // The word tests, ProcessIdent and GetFormatTokenIdent are the ones of this class unless a
@@ -544,10 +546,14 @@ void TZvSQLScanner::SkipBlanks() {
 bool TZvSQLScanner::ReadCommonToken() {
     if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
         SpaceCount = 0;
-    SkipBlanks();
     if (Position > Length)
         return false;
     const char* Data = Expression.data();
+    if (CharClass[static_cast<unsigned char>(Data[Position - 1])] & ccBlankStart) {
+        SkipBlanks();
+        if (Position > Length)
+            return false;
+    }
     const char C = Data[Position - 1];
     const std::uint16_t First = CharClass[static_cast<unsigned char>(C)];
     constexpr std::uint16_t Stop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
@@ -556,13 +562,13 @@ bool TZvSQLScanner::ReadCommonToken() {
             return false;
         TokenPos = Position;
         Token.clear();
-        Token += C;
+        Token.push_back(C);
         ++Position;
         TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
         if (CharWordClass[static_cast<unsigned char>(C)] & wfOperation)
             TokenKinds.Include(tkOperation);
         ++Column;
-        AdjustLevelAfterToken();
+        Level += LevelDelta[static_cast<unsigned char>(C)];
         return true;
     }
 
@@ -594,7 +600,7 @@ bool TZvSQLScanner::ReadCommonToken() {
     if (WordFlags & wfOperation)
         TokenKinds.Include(tkOperation);
     Column += static_cast<std::int32_t>(Token.size());
-    AdjustLevelAfterToken();
+    Level += LevelDelta[static_cast<unsigned char>(Word.back())];
     // A word holds no "." (it ends there), so an identifier keeps its kind; quoted it is not.
     if (TokenKinds.Contains(tkIdent) && !BaseWordRules)
         Token = GetFormatTokenIdent(Token, false);

@@ -278,6 +278,7 @@ private:
         ccPlainBlank = 1 << 11,  // read as a lone blank token: no delimiter, quote, operator or word
         ccLoneDelim = 1 << 12,   // a delimiter read as a token of its own: no quote, operator or line end
         ccListed = 1 << 13,      // occurs in a keyword, function, operation or boolean literal
+        ccBlankStart = 1 << 14,  // may begin a run that SkipBlanks passes over
     };
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
