@@ -1,6 +1,8 @@
 // The scanner: character cursor, token reader, word lists and name quoting.
 #include "ZvScanner.h"
 
+#include <typeinfo>
+
 #include "ZvErrors.h"
 #include "ZvUtils.h"
 
@@ -315,6 +317,17 @@ void TZvSQLScanner::AddOperatorParts(const TZvWordList& List, std::uint8_t Prefi
     }
 }
 
+// Marks the characters of the words (both cases of their letters), for ReadCommonToken's test.
+template <class TWords>
+void TZvSQLScanner::MarkListed(const TWords& Words) {
+    for (const std::string& Word : Words) {
+        for (const char C : Word) {
+            CharClass[static_cast<unsigned char>(UpCase(C))] |= ccListed;
+            CharClass[static_cast<unsigned char>(LoCase(C))] |= ccListed;
+        }
+    }
+}
+
 // The token reader asks about every character; the answers come from the (virtual, per dialect)
 // tests once, into a table, so that the hot loop makes no virtual call per character.
 void TZvSQLScanner::BuildClassTables() {
@@ -358,16 +371,30 @@ void TZvSQLScanner::BuildClassTables() {
         WordClasses.Add(Word, wfOperation);
     for (const std::string& Word : Booleans)
         WordClasses.Add(Word, wfBoolean);
+    for (const TZvWordList* List : {&Keywords, &Functions, &Operations})
+        MarkListed(List->Items());
+    MarkListed(Booleans);
     for (int Code = 0; Code < 256; ++Code) {
         const char C = static_cast<char>(static_cast<unsigned char>(Code));
         CharWordClass[static_cast<std::size_t>(Code)] = WordClasses.Find(std::string_view(&C, 1));
+        CharOperatorParts[static_cast<std::size_t>(Code)] = OperatorParts.Find(std::string_view(&C, 1));
         constexpr std::uint16_t NotPlain = ccOperatorStart | ccDelim | ccQuote | ccIdentQuote;
         std::uint16_t& Bits = CharClass[static_cast<std::size_t>(Code)];
         if ((Bits & ccSpace) && !(Bits & NotPlain) && CharWordClass[static_cast<std::size_t>(Code)] == 0)
             Bits |= ccPlainBlank;
+        if ((Bits & ccDelim) && !(Bits & (ccOperatorStart | ccQuote | ccIdentQuote)) && C != '\r')
+            Bits |= ccLoneDelim;
+        if ((Bits & ccPlainBlank) || C == '\r')
+            Bits |= ccBlankStart;
     }
     PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
+    // The word tests, ProcessIdent and GetFormatTokenIdent are the ones of this class unless a
+    // dialect derives from it: then words are classified from the class table alone.
+    BaseWordRules = typeid(*this) == typeid(TZvSQLScanner);
     CharClassesValid = true;
+    // A "." begins a fraction rather than standing alone where the empty text counts as an integer.
+    if (IsInteger({}))
+        CharClass['.'] = static_cast<std::uint16_t>(CharClass['.'] & ~ccLoneDelim);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -429,6 +456,15 @@ bool TZvSQLScanner::IsBackwardQuote(char C) {
 
 void TZvSQLScanner::GetNextToken() {
     EnsureDefined();
+    if (!CharClassesValid)
+        BuildClassTables();
+    if (!InQuote && ReadCommonToken())
+        return;
+    ReadAnyToken();
+}
+
+// The general token loop: every token, also those ReadCommonToken leaves alone.
+void TZvSQLScanner::ReadAnyToken() {
     for (;;) {
         if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
             SpaceCount = 0;
@@ -472,23 +508,108 @@ void TZvSQLScanner::GetNextToken() {
 // Only characters that would be read as a lone blank token, or a plain CR LF, qualify: not one
 // that also starts an operator, is a delimiter or quote, or is a listed word of its own.
 void TZvSQLScanner::SkipBlanks() {
-    if (!CharClassesValid)
-        BuildClassTables();
-    while (Position <= Length) {
-        const char C = CharAt(Position);
+    // The cursor lives in locals here: stores to members could alias the text's characters.
+    const char* Data = Expression.data();
+    std::int32_t P = Position;
+    std::int32_t Col = Column;
+    std::int32_t Lines = Line;
+    std::int32_t Skipped = 0;
+    while (P <= Length) {
+        const char C = Data[P - 1];
         if (CharClass[static_cast<unsigned char>(C)] & ccPlainBlank) {
-            ++Position;
-            ++Column;
-        } else if (C == '\r' && PlainLineEnd && Position < Length && CharAt(Position + 1) == '\n') {
-            Position += 2;
-            ++Line;
-            Column = 1;
+            ++P;
+            ++Col;
+        } else if (C == '\r' && PlainLineEnd && P < Length && Data[P] == '\n') {
+            P += 2;
+            ++Lines;
+            Col = 1;
         } else {
-            return;
+            break;
         }
-        ++SpaceCount;
-        TokenKinds = TTokenKinds{tkSpace};
+        ++Skipped;
     }
+    if (Skipped == 0)
+        return;
+    Position = P;
+    Column = Col;
+    Line = Lines;
+    SpaceCount += Skipped;
+    TokenKinds = TTokenKinds{tkSpace};
+}
+
+// The common tokens outside quotes, read, classified and counted in one pass over the class table:
+// a word that ends at a blank, a delimiter, a quote or the end of the text, and a lone delimiter
+// that starts no operator, line end or quoted text. The outcome is exactly that of the general
+// loop of GetNextToken. Anything else (a "." that may begin a fraction or continue the word, an
+// operator, a line end, the end of the text) returns false once the blanks before it are passed
+// over, which the general loop would do the same way and repeats as a no-op.
+bool TZvSQLScanner::ReadCommonToken() {
+    if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
+        SpaceCount = 0;
+    if (Position > Length)
+        return false;
+    const char* Data = Expression.data();
+    if (CharClass[static_cast<unsigned char>(Data[Position - 1])] & ccBlankStart) {
+        SkipBlanks();
+        if (Position > Length)
+            return false;
+    }
+    const char C = Data[Position - 1];
+    const std::uint16_t First = CharClass[static_cast<unsigned char>(C)];
+    constexpr std::uint16_t Stop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
+    if (First & Stop) {
+        if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim)
+            return false;
+        TokenPos = Position;
+        Token.clear();
+        Token.push_back(C);
+        ++Position;
+        TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
+        if (CharWordClass[static_cast<unsigned char>(C)] & wfOperation)
+            TokenKinds.Include(tkOperation);
+        ++Column;
+        Level += LevelDelta[static_cast<unsigned char>(C)];
+        return true;
+    }
+
+    // The run of word characters, and the classes that all of them after the first share.
+    std::uint16_t Rest = 0xFFFF;
+    std::int32_t End = Position + 1;
+    for (; End <= Length; ++End) {
+        const std::uint16_t Bits = CharClass[static_cast<unsigned char>(Data[End - 1])];
+        if (Bits & Stop)
+            break;
+        Rest &= Bits;
+    }
+    const std::string_view Word(Data + (Position - 1), static_cast<std::size_t>(End - Position));
+    if (End <= Length) {
+        const std::uint16_t After = CharClass[static_cast<unsigned char>(Data[End - 1])];
+        if (After & (ccQuote | ccIdentQuote))
+            EmptyQuote = false;  // as ReadQuote leaves it after a word
+        else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) || IsIntegerWord(Word, First, Rest)))
+            return false;
+    }
+    TokenPos = Position;
+    Token.clear();
+    Token.append(Word);
+    Position = End;
+    // A word with a character that no listed word has is none of them.
+    const std::uint8_t WordFlags = (First & Rest & ccListed) ? WordFlagsOfToken() : 0;
+    TokenKinds = TTokenKinds{};
+    ClassifyWord(WordFlags, First, Rest);
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
+    Column += static_cast<std::int32_t>(Token.size());
+    Level += LevelDelta[static_cast<unsigned char>(Word.back())];
+    // A word holds no "." (it ends there), so an identifier keeps its kind; quoted it is not.
+    if (TokenKinds.Contains(tkIdent) && !BaseWordRules)
+        Token = GetFormatTokenIdent(Token, false);
+    return true;
+}
+
+// IsInteger of a word whose first character is of the classes First and the others share Rest.
+bool TZvSQLScanner::IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest) {
+    return BaseWordRules ? (First & Rest & ccDigit) != 0 : IsInteger(Word);
 }
 
 void TZvSQLScanner::AdjustLevelAfterToken() {
@@ -625,9 +746,9 @@ void TZvSQLScanner::ReadDelimiterOrBlank(char C) {
 bool TZvSQLScanner::ReadOperator(std::uint8_t PrefixFlag, std::uint8_t EntryFlag, TTokenKind Kind) {
     const std::string_view Rest = std::string_view(Expression).substr(static_cast<std::size_t>(Position - 1));
     std::size_t Run = 0;
-    while (Run < Rest.size() && (OperatorParts.Find(Rest.substr(0, Run + 1)) & PrefixFlag))
+    while (Run < Rest.size() && (OperatorPartFlags(Rest.substr(0, Run + 1)) & PrefixFlag))
         ++Run;
-    if (Run == 0 || !(OperatorParts.Find(Rest.substr(0, Run)) & EntryFlag))
+    if (Run == 0 || !(OperatorPartFlags(Rest.substr(0, Run)) & EntryFlag))
         return false;
     Token.assign(Rest.substr(0, Run));
     Position += static_cast<std::int32_t>(Run);
@@ -652,6 +773,28 @@ void TZvSQLScanner::ClassifyWord(std::uint8_t WordFlags) {
         TokenKinds = TTokenKinds{tkBoolean};
     else if (IsIdentifier(Token) || IsIdentifier(ProcessIdent(Token)))
         TokenKinds = TTokenKinds{tkIdent};
+}
+
+// The same for a word read by ReadCommonToken (no quote in it), from the classes of its characters
+// where the scanner has the base rules.
+void TZvSQLScanner::ClassifyWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
+    if (!BaseWordRules) {
+        ClassifyWord(WordFlags);
+        return;
+    }
+    if (WordFlags & (wfFunction | wfKeyword)) {
+        if (WordFlags & wfFunction)
+            TokenKinds.Include(tkFunction);
+        if (WordFlags & wfKeyword)
+            TokenKinds.Include(tkKeyword);
+    } else if (First & Rest & ccDigit) {
+        TokenKinds = TTokenKinds{tkInteger};
+    } else if (WordFlags & wfBoolean) {
+        TokenKinds = TTokenKinds{tkBoolean};
+    } else if ((First & ccAlpha) && (Rest & ccLegal)) {
+        // Without quotes in it, the word is what ProcessIdent makes of it.
+        TokenKinds = TTokenKinds{tkIdent};
+    }
 }
 
 bool TZvSQLScanner::IsTerminator(char C, std::string_view Text, char Next, char Quote) {
@@ -707,18 +850,18 @@ bool TZvSQLScanner::IsLegalSymbol(char C) {
 bool TZvSQLScanner::IsIdentifier(std::string_view S) {
     if (S.empty() || !(Classes(S[0]) & ccAlpha))
         return false;
-    for (std::size_t I = 1; I < S.size(); ++I) {
-        if (!(Classes(S[I]) & ccLegal))
-            return false;
-    }
-    return true;
+    return AllHave(S.substr(1), ccLegal);
 }
 
 bool TZvSQLScanner::IsInteger(std::string_view S) {
-    if (S.empty())
-        return false;
+    return !S.empty() && AllHave(S, ccDigit);
+}
+
+bool TZvSQLScanner::AllHave(std::string_view S, std::uint16_t Mask) {
+    if (!CharClassesValid)
+        BuildClassTables();
     for (char C : S) {
-        if (!(Classes(C) & ccDigit))
+        if (!(CharClass[static_cast<unsigned char>(C)] & Mask))
             return false;
     }
     return true;

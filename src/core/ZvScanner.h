@@ -251,6 +251,12 @@ protected:
     void DefineLists();
     // Reads the characters of one token, before it is classified.
     void ReadToken();
+    bool ReadCommonToken();
+    void ReadAnyToken();
+    template <class TWords>
+    void MarkListed(const TWords& Words);
+    bool IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest);
+    void ClassifyWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyWord(std::uint8_t WordFlags);
     // Passes over a run of plain blanks and line ends as the token reader would, one counted
     // token each, without building the tokens.
@@ -270,6 +276,9 @@ private:
         ccOperatorStart = 1 << 9,
         ccDot = 1 << 10,  // "." may start a float's fraction whatever the dialect's delimiters
         ccPlainBlank = 1 << 11,  // read as a lone blank token: no delimiter, quote, operator or word
+        ccLoneDelim = 1 << 12,   // a delimiter read as a token of its own: no quote, operator or line end
+        ccListed = 1 << 13,      // occurs in a keyword, function, operation or boolean literal
+        ccBlankStart = 1 << 14,  // may begin a run that SkipBlanks passes over
     };
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
@@ -278,6 +287,8 @@ private:
         return CharClass[static_cast<unsigned char>(C)];
     }
     bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
+    // True when every character of S is of a class in Mask (also for the empty S).
+    bool AllHave(std::string_view S, std::uint16_t Mask);
     void BuildClassTables();
     void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
     void FillList(TZvWordList& List, const std::string& CommaText);
@@ -305,10 +316,15 @@ private:
     // themselves (opEntry flags), so that reading "<=" costs a few hash look-ups.
     enum : std::uint8_t { opComparePrefix = 1, opCompare = 2, opComplexPrefix = 4, opComplex = 8 };
     TZvWordFlags OperatorParts;
+    std::array<std::uint8_t, 256> CharOperatorParts{};  // OperatorParts of the one-character texts
+    std::uint8_t OperatorPartFlags(std::string_view Text) const {
+        return Text.size() == 1 ? CharOperatorParts[static_cast<unsigned char>(Text[0])] : OperatorParts.Find(Text);
+    }
     std::uint8_t WordFlagsOfToken() const {
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }
     bool CharClassesValid = false;
+    bool BaseWordRules = false;  // no dialect overrides the word tests (see BuildClassTables)
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
     bool Defining = false;

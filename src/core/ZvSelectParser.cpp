@@ -41,10 +41,8 @@ void TZvSelectParser::Clear() {
     Distinct = false;
 }
 
-TZvSQLScanner& TZvSelectParser::GetScanner() {
-    if (!Scanner)
-        Scanner = CreateScanner();
-    return *Scanner;
+void TZvSelectParser::MakeScanner() {
+    Scanner = CreateScanner();
 }
 
 TZvTableDefs& TZvSelectParser::GetTableDefs() {

@@ -78,7 +78,12 @@ public:
 
     // The scanner, made by CreateScanner on first use: a constructor cannot reach the override
     // of a derived dialect, so every part that needs the scanner asks for it here.
-    TZvSQLScanner& GetScanner();
+    // Inline: every token test goes through it.
+    TZvSQLScanner& GetScanner() {
+        if (!Scanner)
+            MakeScanner();
+        return *Scanner;
+    }
     // The table list, made by CreateTableDefs on first use for the same reason.
     TZvTableDefs& GetTableDefs();
     TZvOrderByItems& GetOrderByItems() { return OrderByItems; }
@@ -235,6 +240,7 @@ protected:
     bool Valid = false;
 private:
     std::unique_ptr<TZvSQLScanner> Scanner;
+    void MakeScanner();
     bool Distinct = false;
     bool CaseSensitiveIdentifiers = false;
     TZvOrderByItems OrderByItems;

@@ -7,6 +7,31 @@ namespace zv {
 
 namespace {
 
+// Words of up to eight bytes, the common case, are looked up by their folded bytes packed into one
+// integer: hashing and comparing each is then a few instructions.
+constexpr std::size_t kPackedSize = 8;
+
+constexpr std::array<unsigned char, 256> MakeUpperTable() {
+    std::array<unsigned char, 256> Table{};
+    for (std::size_t Code = 0; Code < 256; ++Code)
+        Table[Code] = static_cast<unsigned char>(Code >= 'a' && Code <= 'z' ? Code - ('a' - 'A') : Code);
+    return Table;
+}
+constexpr std::array<unsigned char, 256> kUpper = MakeUpperTable();
+
+// The upper-cased bytes of a short Text, the first in the lowest byte.
+std::uint64_t PackFolded(std::string_view Text) {
+    std::uint64_t Packed = 0;
+    for (std::size_t I = Text.size(); I-- > 0;)
+        Packed = Packed << 8 | kUpper[static_cast<unsigned char>(Text[I])];
+    return Packed;
+}
+
+std::uint64_t Mix(std::uint64_t H) {
+    H *= 0x9E3779B97F4A7C15ULL;
+    return H ^ (H >> 29);
+}
+
 // A hash of the length and five sampled bytes, each with bit 0x20 set so that "Select" and
 // "SELECT" land in one slot. Sampling keeps the cost flat for long names; words that collide are
 // told apart by the full comparison in Locate, and the word lists are small enough for that.
@@ -20,8 +45,7 @@ std::uint64_t FoldedHash(std::string_view Text) {
         H = (H * 31 + Byte(1)) * 31 + Byte(Size - 2);
     if (Size > 4)
         H = H * 31 + Byte(Size / 2);
-    H *= 0x9E3779B97F4A7C15ULL;
-    return H ^ (H >> 29);
+    return Mix(H);
 }
 
 // Keys are stored upper-cased, so only the probe's letters need folding.
@@ -47,6 +71,7 @@ std::string_view TrimBlanks(std::string_view S) {
 
 void TZvWordFlags::Clear() {
     Keys.clear();
+    PackedKeys.clear();
     Values.clear();
     Slots.clear();
     FirstAndLength.fill(0);
@@ -56,6 +81,13 @@ void TZvWordFlags::Clear() {
 // The slot holding Text, or the empty slot where it would go. Slots must not be empty.
 std::size_t TZvWordFlags::Locate(std::string_view Text) const {
     const std::size_t Mask = Slots.size() - 1;
+    if (Text.size() <= kPackedSize) {
+        const std::uint64_t Packed = PackFolded(Text);
+        std::size_t Slot = Mix(Packed ^ (static_cast<std::uint64_t>(Text.size()) << 56)) & Mask;
+        while (Slots[Slot] != 0 && !(PackedKeys[Slots[Slot] - 1] == Packed && Keys[Slots[Slot] - 1].size() == Text.size()))
+            Slot = (Slot + 1) & Mask;
+        return Slot;
+    }
     std::size_t Slot = FoldedHash(Text) & Mask;
     while (Slots[Slot] != 0 && !MatchesKey(Keys[Slots[Slot] - 1], Text))
         Slot = (Slot + 1) & Mask;
@@ -78,6 +110,7 @@ void TZvWordFlags::Add(std::string_view Word, std::uint8_t Flags) {
         return;
     }
     Keys.push_back(UpperCase(Word));
+    PackedKeys.push_back(Word.size() <= kPackedSize ? PackFolded(Word) : 0);
     Values.push_back(Flags);
     Slots[Slot] = static_cast<std::uint32_t>(Keys.size());
     if (Word.empty())

@@ -30,6 +30,7 @@ private:
     static std::uint32_t LengthBit(std::size_t Size) { return 1u << (Size < 31 ? Size : 31); }
 
     std::vector<std::string> Keys;  // upper-cased
+    std::vector<std::uint64_t> PackedKeys;  // the bytes of the keys of up to 8 bytes, 0 for longer
     std::vector<std::uint8_t> Values;
     std::vector<std::uint32_t> Slots;  // index + 1 into Keys, 0 when empty
     std::array<std::uint32_t, 256> FirstAndLength{};

@@ -2,6 +2,7 @@
 // name quoting; and the unterminated-quote error.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>
@@ -724,4 +725,79 @@ TEST(TZvSQLScanner, TokenPosMarksWhereTheTokenTextBegins) {
     S.GetNextToken();
     EXPECT_EQ(S.Token, "e");
     EXPECT_EQ(S.TokenPos, 13);
+}
+
+namespace {
+
+// Derives without overriding anything: its words go through the virtual word tests, where the
+// base scanner's own words are classified from its class table. The two must read alike.
+class TZvPlainDerivedScanner : public TZvSQLScanner {};
+
+struct TScanState {
+    std::string Token;
+    std::uint16_t Kinds;
+    std::int32_t Line, Column, TokenPos, Position, Level, SpaceCount;
+    bool InQuote, EmptyQuote;
+    bool operator==(const TScanState&) const = default;
+};
+
+std::vector<TScanState> ScanAll(TZvSQLScanner& S, const std::string& Text, std::string& Error) {
+    std::vector<TScanState> States;
+    try {
+        S.SetExpression(Text);
+        for (int Calls = 0; Calls < 1000 && S.Position <= S.Length; ++Calls) {
+            S.GetNextToken();
+            States.push_back({S.Token, S.TokenKinds.GetBits(), S.Line, S.Column, S.TokenPos, S.Position,
+                              S.Level, S.SpaceCount, S.InQuote, S.EmptyQuote});
+        }
+    } catch (const EZvParserError& E) {
+        Error = E.what();
+    }
+    return States;
+}
+
+} // namespace
+
+TEST(TZvSQLScanner, BaseScannerReadsWordsAsItsDerivedClassesDo) {
+    const std::vector<std::string> Texts = {
+        "SELECT t1.name, COUNT(*) AS n FROM orders t1 WHERE t1.id >= 10 AND x <> 'a''b' OR y IS NULL",
+        "select 1.5, 1.5a, 12., .5, 1..2, a.b.c, \"x.y\", \"a b\".c, True, false, sum(x)+avg(y)||z",
+        "a\r\nb\r\n\r\n  c\rd\n e;f ; g",
+        "x_1 _y 9z z9 SELECTED selec fromage FROM9 LENGTH INTEGERS TIMESTAMP TIMESTAMPS",
+        "((a)) (b (c)) ) ( \"q\" 'r' \"\" '' ''''",
+        "\x80\xff abc\xc3\xa9 \xc3\xa9t\xc3\xa9 $x #y @z",
+    };
+    std::mt19937 Random(17);
+    std::vector<std::string> All = Texts;
+    const std::string Alphabet = "aZ_9.1 \t\r\n'\"()<>=!|+-*/,;:$#~";
+    for (int Round = 0; Round < 500; ++Round) {
+        std::string Text;
+        for (std::size_t I = Random() % 30; I > 0; --I)
+            Text += Alphabet[Random() % Alphabet.size()];
+        All.push_back(Text);
+    }
+    for (const std::string& Text : All) {
+        TZvSQLScanner Base;
+        TZvPlainDerivedScanner Derived;
+        std::string BaseError, DerivedError;
+        const std::vector<TScanState> BaseStates = ScanAll(Base, Text, BaseError);
+        EXPECT_TRUE(BaseStates == ScanAll(Derived, Text, DerivedError)) << Text;
+        EXPECT_EQ(BaseError, DerivedError) << Text;
+    }
+}
+
+TEST(TZvSQLScanner, WordsAroundEightBytesAreClassified) {
+    TZvSQLScanner S;
+    // DISTINCT has 8 bytes, ASCENDING 9, TIMESTAMP 9; their neighbours in length are names.
+    S.SetExpression("distinct DISTINCTS ascending ascendin timestamp TIMESTAM");
+    const std::vector<std::pair<std::string, TTokenKinds>> Expected = {
+        {"distinct", TTokenKinds{tkKeyword}}, {"DISTINCTS", TTokenKinds{tkIdent}},
+        {"ascending", TTokenKinds{tkKeyword}}, {"ascendin", TTokenKinds{tkIdent}},
+        {"timestamp", TTokenKinds{tkKeyword}}, {"TIMESTAM", TTokenKinds{tkIdent}},
+    };
+    for (const auto& [Text, Kinds] : Expected) {
+        EXPECT_EQ(S.Token, Text);
+        EXPECT_EQ(S.TokenKinds, Kinds) << Text;
+        S.GetNextToken();
+    }
 }

@@ -60,6 +60,18 @@ TEST(TZvWordList, LargeListsFindEveryEntry) {
     EXPECT_FALSE(L.Contains("W600"));
 }
 
+TEST(TZvWordList, WordsUpToEightBytesAndLongerAreFoundByWholeEntry) {
+    TZvWordList L;
+    L.SetCommaText("A,ABCDEFG,ABCDEFGH,ABCDEFGHI,X\x80Y");
+    for (const char* Word : {"a", "abcdefg", "AbCdEfGh", "abcdefghi", "x\x80y"})
+        EXPECT_TRUE(L.Contains(Word)) << Word;
+    // A word is not found by a prefix, an extension, or a trailing zero byte.
+    for (const char* Word : {"ab", "abcdef", "abcdefgh_", "abcdefghij", "x\x80"})
+        EXPECT_FALSE(L.Contains(Word)) << Word;
+    EXPECT_FALSE(L.Contains(std::string_view("A\0", 2)));
+    EXPECT_FALSE(L.Contains(std::string_view("ABCDEFG\0", 8)));
+}
+
 TEST(TZvWordList, PrefixTestFindsBeginningsOfEntries) {
     TZvWordList L;
     L.SetCommaText("<=,<>,(+)");
