@@ -103,6 +103,11 @@ TZvTable::TZvTable(TZvWorkArea* AWorkArea, const TZvDataSet* DataSet, std::strin
     : TZvFloatObject(CheckedWorkArea(AWorkArea)), Name(std::move(AName)) {
     FontChanged();
     AssignItems(DataSet);
+    FitHeightToRows();
+}
+
+void TZvTable::FitHeightToRows() {
+    VisibleCount = std::min(ItemCount(), MaxInitialVisible);
     Height = VisibleCount * (ItemHeight + 1) + CaptionHeight + BorderWidth + 2 * Margin;
 }
 
@@ -243,8 +248,12 @@ void TZvTable::SetBounds(const QRect& R) {
     Left = R.left();
     Top = R.top();
     Width = R.width();
-    Height = R.height();
-    RecountVisible();
+    // A new object's height shows exactly its rows; recounting it would lose the last one, as the
+    // recount keeps a pixel in reserve. Only a height from elsewhere (a remembered place) recounts.
+    if (R.height() != Height) {
+        Height = R.height();
+        RecountVisible();
+    }
 }
 
 void TZvTable::SetExpand(bool Value) {

@@ -188,6 +188,8 @@ public:
 
 protected:
     void AddItem(std::unique_ptr<TZvListItem> Item) { Items.push_back(std::move(Item)); }
+    // Shows up to MaxInitialVisible rows: the height of a new object.
+    void FitHeightToRows();
 
 private:
     friend class TZvListItem;

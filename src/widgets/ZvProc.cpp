@@ -23,6 +23,7 @@ TZvStoredProc::TZvStoredProc(TZvWorkArea* AWorkArea, const TZvDataSet* DataSet, 
         AddItem(std::move(Row));
         Added.UpdateCheck(!Param.Value.IsUnassigned());
     }
+    FitHeightToRows();
 }
 
 TColor TZvStoredProc::GetClientColor() const {

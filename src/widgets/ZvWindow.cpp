@@ -101,6 +101,7 @@ TCustomZevrin::TCustomZevrin(QWidget* Parent)
     Splitter->addWidget(PageCtrl);
     Splitter->addWidget(WorkArea);
     Splitter->setStretchFactor(1, 1);
+    connect(Splitter, &QSplitter::splitterMoved, this, [this](int Position) { TabHeight = Position; });
     SetTabHeight(DefaultTabHeight);
     auto* Layout = new QVBoxLayout(this);
     Layout->setContentsMargins(0, 0, 0, 0);
@@ -145,14 +146,20 @@ void TCustomZevrin::SetOptions(TZvOptions Value) {
     RepaintDiagram();
 }
 
-int TCustomZevrin::GetTabHeight() const {
-    return PageCtrl->height();
+void TCustomZevrin::SetTabHeight(int Value) {
+    TabHeight = std::max(0, Value);
+    ApplyTabHeight();
 }
 
-void TCustomZevrin::SetTabHeight(int Value) {
-    PageCtrl->resize(PageCtrl->width(), Value);
-    const int Total = std::max(Splitter->height(), Value);
-    Splitter->setSizes({Value, std::max(0, Total - Value)});
+// The page control keeps its height when the component is resized; the work area takes the rest.
+void TCustomZevrin::ApplyTabHeight() {
+    const int Total = std::max(Splitter->height(), TabHeight + 1);
+    Splitter->setSizes({TabHeight, Total - TabHeight});
+}
+
+void TCustomZevrin::resizeEvent(QResizeEvent* Event) {
+    QWidget::resizeEvent(Event);
+    ApplyTabHeight();
 }
 
 bool TCustomZevrin::GetCheckLinkFieldsType() const {

@@ -109,7 +109,8 @@ public:
     TZvOptions GetOptions() const { return Options; }
     void SetOptions(TZvOptions Value);
     Q_INVOKABLE bool IsOptionsStored() const { return Options != TZvOptions(zvoRowSelect); }
-    int GetTabHeight() const;
+    // The height of the page control; the user may change it with the splitter.
+    int GetTabHeight() const { return TabHeight; }
     void SetTabHeight(int Value);
     Q_INVOKABLE bool IsTabHeightStored() const { return GetTabHeight() != DefaultTabHeight; }
     bool GetCheckLinkFieldsType() const;
@@ -165,11 +166,13 @@ signals:
 
 protected:
     virtual std::unique_ptr<TZvSelectParser> CreateParser();
+    void resizeEvent(QResizeEvent* Event) override;
 
 private:
     TZvTableDef* FindModelTable(const TZvTable& Table);
     void ReplaceProcParameters(TZvTableDef& Model, const TZvTable& Table);
     void ClearNumberedAliasOfLastTwin(const std::string& Name);
+    void ApplyTabHeight();
 
     // Declared first so that it is destroyed last: the work area's objects refer to it.
     std::unique_ptr<TZvSelectParser> Parser;
@@ -181,6 +184,7 @@ private:
     TZvTableList Tables;
     TZvLinkList Links;
     TZvOptions Options = zvoRowSelect;
+    int TabHeight = DefaultTabHeight;
     bool AutoAlias = false;
     bool Loading = false;
     bool Designing = false;
