@@ -381,10 +381,7 @@ TZvTable* TZvWorkArea::GetTable(const std::string& Alias) const {
 }
 
 int TZvWorkArea::IndexOfTable(const TZvTable* Table) const {
-    for (std::size_t I = 0; I < Tables.size(); ++I)
-        if (Tables[I].get() == Table)
-            return static_cast<int>(I);
-    return -1;
+    return ZvIndexOfOwned(Tables, Table);
 }
 
 void TZvWorkArea::TableToFront(TZvTable* Table) {
@@ -614,12 +611,12 @@ void TZvWorkArea::UnlinkTable(TZvTable* Table) {
 }
 
 void TZvWorkArea::DeleteLink(TZvLink* Link) {
-    const auto Found = std::find_if(Links.begin(), Links.end(), [&](const auto& L) { return L.get() == Link; });
-    if (Found == Links.end())
+    const int Index = ZvIndexOfOwned(Links, Link);
+    if (Index < 0)
         return;
     if (Host && !Host->DoAddRemoveLink(*Link, zvaRemove))
         return;
-    RemoveLink(Link, static_cast<int>(Found - Links.begin()), true);
+    RemoveLink(Link, Index, true);
 }
 
 std::unique_ptr<TZvTable> TZvWorkArea::TakeTable(TZvTable* Table) {
@@ -864,21 +861,22 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
     Event->accept();
 }
 
-void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
+// Hands a mouse event to the object under the pointer, in work-area coordinates. The object may
+// free itself there (its close button): nothing touches it afterwards.
+void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler) {
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
-    // The object may free itself here (its close button): nothing touches it afterwards.
     if (Object)
-        Guarded([&] { Object->MouseUp(*Event, ToSurface(Event->position().toPoint()), Hit); });
+        Guarded([&] { (Object->*Handler)(*Event, ToSurface(Event->position().toPoint()), Hit); });
     Event->accept();
 }
 
+void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
+    RouteToObject(Event, &TZvFloatObject::MouseUp);
+}
+
 void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {
-    TTableHitTest Hit = htTOutSide;
-    TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
-    if (Object)
-        Guarded([&] { Object->DblClick(*Event, ToSurface(Event->position().toPoint()), Hit); });
-    Event->accept();
+    RouteToObject(Event, &TZvFloatObject::DblClick);
 }
 
 void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {

@@ -85,6 +85,15 @@ public:
 // so it reaches the sender without ever unwinding through Qt's event dispatch.
 void ZvSendMessage(QObject* Receiver, QEvent::Type Type, TZvFloatObject* Object);
 
+// Index of Item in a list of owned objects; -1 when it is not there.
+template <class T>
+int ZvIndexOfOwned(const std::vector<std::unique_ptr<T>>& List, const void* Item) {
+    for (std::size_t I = 0; I < List.size(); ++I)
+        if (List[I].get() == Item)
+            return static_cast<int>(I);
+    return -1;
+}
+
 using TZvObjectMouseEvent = std::function<void(TZvFloatObject& Sender, Qt::MouseButton Button,
                                                TShiftState Shift, int X, int Y)>;
 using TZvObjectMouseMoveEvent = std::function<void(TZvFloatObject& Sender, TShiftState Shift, int X, int Y)>;
@@ -316,6 +325,8 @@ protected:
 
 private:
     static QWidget* CheckedOwner(QWidget* Owner);
+    using TZvObjectMouseHandler = void (TZvFloatObject::*)(QMouseEvent&, QPoint, TTableHitTest);
+    void RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler);
     template <class TObject>
     TObject* PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point);
     QRect PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const;

@@ -149,10 +149,7 @@ std::string TZvTable::GetCaption() const {
 }
 
 int TZvTable::IndexOfItem(const TZvListItem* Item) const {
-    for (std::size_t I = 0; I < Items.size(); ++I)
-        if (Items[I].get() == Item)
-            return static_cast<int>(I);
-    return -1;
+    return ZvIndexOfOwned(Items, Item);
 }
 
 TZvListItem* TZvTable::GetFieldItem(const std::string& FieldName) const {
@@ -219,23 +216,28 @@ void TZvTable::MoveTable(int Dx, int Dy) {
     ZvSendMessage(WorkArea, CMMoveControl, this);
 }
 
+// Repaints the old area, applies the change and tells the work area of the new size.
+template <class TChange>
+void TZvTable::Resize(TChange&& Change) {
+    WorkArea->InvalidateObjectArea(this);
+    Change();
+    ZvSendMessage(WorkArea, CMResizeControl, this);
+}
+
 void TZvTable::SetWidth(int Value) {
     Value = std::max(Value, CaptionHeight + ButtonsWidth + 20);
-    if (Value == Width)
-        return;
-    WorkArea->InvalidateObjectArea(this);
-    Width = Value;
-    ZvSendMessage(WorkArea, CMResizeControl, this);
+    if (Value != Width)
+        Resize([&] { Width = Value; });
 }
 
 void TZvTable::SetHeight(int Value) {
     Value = std::max(Value, 2 * ItemHeight + CaptionHeight + 4);
     if (Value == Height)
         return;
-    WorkArea->InvalidateObjectArea(this);
-    Height = Value;
-    RecountVisible();
-    ZvSendMessage(WorkArea, CMResizeControl, this);
+    Resize([&] {
+        Height = Value;
+        RecountVisible();
+    });
 }
 
 void TZvTable::RecountVisible() {
@@ -257,11 +259,8 @@ void TZvTable::SetBounds(const QRect& R) {
 }
 
 void TZvTable::SetExpand(bool Value) {
-    if (Value == Expand)
-        return;
-    WorkArea->InvalidateObjectArea(this);
-    Expand = Value;
-    ZvSendMessage(WorkArea, CMResizeControl, this);
+    if (Value != Expand)
+        Resize([&] { Expand = Value; });
 }
 
 void TZvTable::SetFirstVisibleItem(int Value) {

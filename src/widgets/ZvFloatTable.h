@@ -194,6 +194,8 @@ protected:
 private:
     friend class TZvListItem;
     void RecountVisible();
+    template <class TChange>
+    void Resize(TChange&& Change);
     int ButtonAt(int X) const;
     bool IsOnCheckSquare(const TZvListItem* Item, int X) const;
     void PaintFrame(QPainter& Painter, const QRect& R) const;

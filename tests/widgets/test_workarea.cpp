@@ -709,3 +709,158 @@ TEST_F(TZvDiagramTest, NothingIsPaintedWhileUpdating) {
 
 } // namespace
 } // namespace zv
+
+namespace zv {
+namespace {
+
+// Counts the control messages that reach an object, by type.
+class TMessageCounter : public QObject {
+public:
+    bool eventFilter(QObject* /*Watched*/, QEvent* Event) override {
+        if (Event->type() == CMMoveControl)
+            ++Moves;
+        else if (Event->type() == CMResizeControl)
+            ++Resizes;
+        return false;
+    }
+    int Moves = 0;
+    int Resizes = 0;
+};
+
+TEST_F(TZvDiagramTest, MovingAndResizingATableNotifyTheSurface) {
+    TZvTable* Emp = Add("EMP");
+    TMessageCounter Counter;
+    Area->installEventFilter(&Counter);
+    Emp->SetTopLeft(QPoint(200, 100));
+    Emp->SetLeft(200);
+    Emp->SetWidth(220);
+    Emp->SetHeight(200);
+    Emp->SetExpand(false);
+    Emp->SetExpand(false);
+    Area->removeEventFilter(&Counter);
+    EXPECT_EQ(Counter.Moves, 1);
+    EXPECT_EQ(Counter.Resizes, 3);
+    EXPECT_EQ(QPoint(Emp->GetLeft(), Emp->GetTop()), QPoint(200, 100));
+}
+
+TEST_F(TZvDiagramTest, SizesHaveTheirMinimums) {
+    TZvTable* Emp = Add("EMP");
+    Emp->SetWidth(1);
+    EXPECT_EQ(Emp->GetWidth(), Emp->GetCaptionHeight() + TZvTable::ButtonsWidth + 20);
+    Emp->SetHeight(1);
+    EXPECT_EQ(Emp->GetHeight(), 2 * Emp->GetItemHeight() + Emp->GetCaptionHeight() + 4);
+    EXPECT_EQ(Emp->GetVisibleCount(), 1);
+}
+
+TEST_F(TZvDiagramTest, ATableShowsUpToSixRows) {
+    TZvDataSet Three = test::FieldsDataSet({"A", "B", "C"});
+    TZvDataSet Twenty;
+    for (int I = 0; I < 20; ++I)
+        Twenty.AddFieldDef("F" + std::to_string(I), ftInteger);
+    EXPECT_EQ(Host->GetTables().AddTable("T3", "", &Three)->GetVisibleCount(), 3);
+    TZvTable* Big = Host->GetTables().AddTable("T20", "", &Twenty);
+    EXPECT_EQ(Big->GetVisibleCount(), 6);
+    EXPECT_EQ(Big->GetHeight(), 6 * (Big->GetItemHeight() + 1) + Big->GetCaptionHeight() + 2 + 4);
+    EXPECT_EQ(Host->GetTables().AddTable("NONE", "", nullptr)->ItemCount(), 0);
+}
+
+TEST_F(TZvDiagramTest, HitTestFindsEdgesCornersCaptionPartsAndRows) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    const auto HitAt = [&](int X, int Y) { return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft()); };
+    const int R = T->GetLeft() + T->GetWidth() - 1;
+    const int B = T->GetTop() + T->GetHeight() - 1;
+    EXPECT_EQ(HitAt(99, 120), htTOutSide);
+    EXPECT_EQ(HitAt(100, 100), htTLeftTop);
+    EXPECT_EQ(HitAt(100, B), htTLeftBottom);
+    EXPECT_EQ(HitAt(R, 100), htTRightTop);
+    EXPECT_EQ(HitAt(R, B), htTRightBottom);
+    EXPECT_EQ(HitAt(101, 130), htTLeft);
+    EXPECT_EQ(HitAt(R - 2, 130), htTRight);
+    EXPECT_EQ(HitAt(150, 101), htTTop);
+    EXPECT_EQ(HitAt(150, B - 1), htTBottom);
+    EXPECT_EQ(HitAt(R + 1, 130), htTOutSide);
+    EXPECT_EQ(HitAt(150, T->GetTop() + T->GetCaptionHeight() + 3), htTClient);
+    EXPECT_EQ(HitAt(T->GetLeft() + 6, T->GetTop() + 8), htTCheck);
+    EXPECT_EQ(HitAt(R - 10, T->GetTop() + 8), htTbutton);
+    EXPECT_EQ(T->HitTest(test::CaptionPoint(*T)), htTCaption);
+}
+
+TEST_F(TZvDiagramTest, ACollapsedTableHasNoGrips) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    T->SetExpand(false);
+    const auto HitAt = [&](int X, int Y) { return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft()); };
+    EXPECT_EQ(HitAt(T->GetLeft() + 14, T->GetTop() + T->GetCaptionHeight() - 1), htTCaption);
+    EXPECT_EQ(HitAt(T->GetLeft() + 30, T->GetTop() + T->GetCaptionHeight()), htTOutSide);
+    EXPECT_EQ(HitAt(T->GetLeft(), T->GetTop()), htTCaption);
+}
+
+TEST_F(TZvDiagramTest, ScrolledTablesAreHitWhereTheyShow) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(1500, 1200));
+    EXPECT_EQ(T->HitTest(QPoint(10, 10)), htTOutSide);
+    Area->ShowPanel(T);
+    EXPECT_EQ(Area->HorzScrollPos(), 1500);
+    EXPECT_EQ(Area->VertScrollPos(), 1200);
+    EXPECT_EQ(T->HitTest(test::CaptionPoint(*T)), htTCaption);
+    EXPECT_EQ(test::CaptionPoint(*T).x(), T->GetCaptionRect().left() + 4 - 1500);
+    QTest::mouseClick(Area->viewport(), Qt::LeftButton, {}, QPoint(600, 500));
+    QTest::mouseClick(Area->viewport(), Qt::LeftButton, {}, test::CaptionPoint(*T));
+    EXPECT_EQ(Area->GetSelected(), T);
+}
+
+TEST_F(TZvDiagramTest, ObjectMouseHooksReceiveButtonShiftAndPoint) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    Qt::MouseButton Button = Qt::NoButton;
+    TShiftState Shift = 0;
+    QPoint At;
+    T->OnMouseDown = [&](TZvFloatObject& Sender, Qt::MouseButton B, TShiftState S, int X, int Y) {
+        EXPECT_EQ(&Sender, T);
+        Button = B;
+        Shift = S;
+        At = QPoint(X, Y);
+    };
+    const QPoint Click = test::CaptionPoint(*T);
+    QTest::mousePress(Area->viewport(), Qt::RightButton, Qt::ControlModifier, Click);
+    QTest::mouseRelease(Area->viewport(), Qt::RightButton, Qt::ControlModifier, Click);
+    EXPECT_EQ(Button, Qt::RightButton);
+    EXPECT_EQ(Shift, ssRight | ssCtrl);
+    EXPECT_EQ(At, Click + QPoint(Area->HorzScrollPos(), Area->VertScrollPos()));
+    int Ups = 0;
+    T->OnMouseUp = [&](TZvFloatObject&, Qt::MouseButton B, TShiftState S, int, int) {
+        ++Ups;
+        EXPECT_EQ(B, Qt::LeftButton);
+        EXPECT_EQ(S, ssLeft | ssShift);
+    };
+    QTest::mouseClick(Area->viewport(), Qt::LeftButton, Qt::ShiftModifier, Click);
+    EXPECT_EQ(Ups, 1);
+}
+
+TEST_F(TZvDiagramTest, ChangingTheFontReachesTheHookAndTheTables) {
+    TZvTable* T = Add("EMP");
+    QFont Large = Area->GetFont();
+    Large.setPixelSize(30);
+    int Calls = 0;
+    Area->SetFontHook = [&](const QFont& Value) {
+        ++Calls;
+        EXPECT_EQ(Value.pixelSize(), 30);
+    };
+    Area->SetFont(Large);
+    EXPECT_EQ(Calls, 1);
+    EXPECT_EQ(T->GetCaptionHeight(), QFontMetrics(Large).height() + 4);
+    EXPECT_GE(T->GetItemHeight(), QFontMetrics(Large).height());
+}
+
+TEST_F(TZvDiagramTest, NamesAndCaptionsFollowTheAlias) {
+    TZvTable* T = Add("EMP", "   ");
+    EXPECT_EQ(T->GetAlias(), "EMP");
+    EXPECT_EQ(T->GetCaption(), "EMP");
+    T->SetAlias("EMP");
+    EXPECT_EQ(T->GetCaption(), "EMP");
+    T->SetAlias("emp");
+    EXPECT_EQ(T->GetCaption(), "EMP (emp)");
+    T->SetAlias("   ");
+    EXPECT_EQ(T->GetAlias(), "EMP");
+    EXPECT_EQ(T->GetCaption(), "EMP");
+}
+
+} // namespace
+} // namespace zv
