@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -124,6 +125,7 @@ int TZvObjectArrangements::IndexOf(const std::string& Name) const {
 // TZvWorkArea: construction and helpers
 
 std::function<QPoint()> TZvWorkArea::CursorPosition = [] { return QCursor::pos(); };
+std::function<void(QMenu&, QPoint)> TZvWorkArea::ExecPopupMenu = [](QMenu& Menu, QPoint At) { Menu.exec(At); };
 
 QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
     if (!qobject_cast<TCustomZevrin*>(Owner))
@@ -872,7 +874,25 @@ void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handle
 }
 
 void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
-    RouteToObject(Event, &TZvFloatObject::MouseUp);
+    if (Event->button() == Qt::RightButton)
+        ShowObjectMenu(Event);
+    else
+        RouteToObject(Event, &TZvFloatObject::MouseUp);
+}
+
+// The menu of the object under the pointer, built afresh each time; nothing when the object adds
+// no entries there.
+void TZvWorkArea::ShowObjectMenu(QMouseEvent* Event) {
+    Event->accept();
+    TTableHitTest Hit = htTOutSide;
+    const QPoint Point = Event->position().toPoint();
+    TZvFloatObject* Object = ObjectAt(Point, Hit);
+    if (!Object)
+        return;
+    QMenu Menu(this);
+    Object->PopupMenu(Menu, ToSurface(Point), Hit);
+    if (!Menu.isEmpty())
+        Guarded([&] { ExecPopupMenu(Menu, viewport()->mapToGlobal(Point)); });
 }
 
 void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {

@@ -307,6 +307,9 @@ public:
     // The hover timer's pointer position, in global coordinates; replaceable so that tests can
     // place the pointer without a real one.
     static std::function<QPoint()> CursorPosition;
+    // Runs an object's context menu at a global position; replaceable so that tests can choose an
+    // entry instead of a modal menu waiting.
+    static std::function<void(QMenu& Menu, QPoint At)> ExecPopupMenu;
 
 protected:
     bool event(QEvent* Event) override;
@@ -327,6 +330,7 @@ private:
     static QWidget* CheckedOwner(QWidget* Owner);
     using TZvObjectMouseHandler = void (TZvFloatObject::*)(QMouseEvent&, QPoint, TTableHitTest);
     void RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler);
+    void ShowObjectMenu(QMouseEvent* Event);
     template <class TObject>
     TObject* PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point);
     QRect PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const;

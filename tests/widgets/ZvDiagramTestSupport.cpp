@@ -2,6 +2,7 @@
 #include "ZvDiagramTestSupport.h"
 
 #include <QApplication>
+#include <QMenu>
 
 namespace zv::test {
 
@@ -65,17 +66,22 @@ std::vector<std::string> DiagramAliases(const TZvWorkArea& Area) {
 }
 
 TZvDiagramTest::TZvDiagramTest()
-    : Host(std::make_unique<TSQLZevrin>()),
+    : SavedExecPopupMenu(TZvWorkArea::ExecPopupMenu),
+      Host(std::make_unique<TSQLZevrin>()),
       Area(Host->GetWorkArea()),
       Parser(Host->GetParser()),
       EmpFields(FieldsDataSet({"ID", "NAME", "DEPT_ID"})),
       DeptFields(FieldsDataSet({"ID", "TITLE"})) {
+    // A context menu would wait for a user: a test that opens one replaces this.
+    TZvWorkArea::ExecPopupMenu = [](QMenu&, QPoint) { ADD_FAILURE() << "a context menu was opened"; };
     Host->resize(800, 600);
     Host->show();
     QApplication::processEvents();
 }
 
-TZvDiagramTest::~TZvDiagramTest() = default;
+TZvDiagramTest::~TZvDiagramTest() {
+    TZvWorkArea::ExecPopupMenu = SavedExecPopupMenu;
+}
 
 TZvTable* TZvDiagramTest::Add(const std::string& Name, const std::string& Alias) {
     return Host->GetTables().AddTable(Name, Alias, Name == "DEPT" ? &DeptFields : &EmpFields);

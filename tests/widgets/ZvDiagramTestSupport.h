@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -45,6 +46,7 @@ protected:
 
     TZvTable* Add(const std::string& Name, const std::string& Alias = "");
 
+    std::function<void(QMenu&, QPoint)> SavedExecPopupMenu;
     std::unique_ptr<TSQLZevrin> Host;
     TZvWorkArea* Area;
     TZvSelectParser* Parser;

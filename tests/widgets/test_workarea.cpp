@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTest>
 
@@ -819,10 +820,10 @@ TEST_F(TZvDiagramTest, ObjectMouseHooksReceiveButtonShiftAndPoint) {
         At = QPoint(X, Y);
     };
     const QPoint Click = test::CaptionPoint(*T);
-    QTest::mousePress(Area->viewport(), Qt::RightButton, Qt::ControlModifier, Click);
-    QTest::mouseRelease(Area->viewport(), Qt::RightButton, Qt::ControlModifier, Click);
-    EXPECT_EQ(Button, Qt::RightButton);
-    EXPECT_EQ(Shift, ssRight | ssCtrl);
+    QTest::mousePress(Area->viewport(), Qt::MiddleButton, Qt::ControlModifier, Click);
+    QTest::mouseRelease(Area->viewport(), Qt::MiddleButton, Qt::ControlModifier, Click);
+    EXPECT_EQ(Button, Qt::MiddleButton);
+    EXPECT_EQ(Shift, ssMiddle | ssCtrl);
     EXPECT_EQ(At, Click + QPoint(Area->HorzScrollPos(), Area->VertScrollPos()));
     int Ups = 0;
     T->OnMouseUp = [&](TZvFloatObject&, Qt::MouseButton B, TShiftState S, int, int) {
@@ -860,6 +861,60 @@ TEST_F(TZvDiagramTest, NamesAndCaptionsFollowTheAlias) {
     T->SetAlias("   ");
     EXPECT_EQ(T->GetAlias(), "EMP");
     EXPECT_EQ(T->GetCaption(), "EMP");
+}
+
+} // namespace
+} // namespace zv
+
+namespace zv {
+namespace {
+
+// Replaces the context menu's run for a test: records the entries and triggers the one named.
+class TMenuChooser {
+public:
+    explicit TMenuChooser(QString Choice) : Saved(TZvWorkArea::ExecPopupMenu) {
+        TZvWorkArea::ExecPopupMenu = [this, Choice](QMenu& Menu, QPoint) {
+            ++Shown;
+            Entries.clear();
+            for (QAction* Action : Menu.actions())
+                Entries.push_back(Action->isSeparator() ? QStringLiteral("-") : Action->text());
+            for (QAction* Action : Menu.actions())
+                if (Action->text() == Choice)
+                    Action->trigger();
+        };
+    }
+    ~TMenuChooser() { TZvWorkArea::ExecPopupMenu = Saved; }
+    int Shown = 0;
+    QStringList Entries;
+
+private:
+    std::function<void(QMenu&, QPoint)> Saved;
+};
+
+TEST_F(TZvDiagramTest, TheCaptionMenuOffersDeleteAndRename) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    TMenuChooser Chooser(QStringLiteral("Rename table"));
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {}, test::CaptionPoint(*T));
+    EXPECT_EQ(Chooser.Shown, 1);
+    EXPECT_EQ(Chooser.Entries, (QStringList{QStringLiteral("Delete table"), QStringLiteral("-"),
+                                            QStringLiteral("Rename table")}));
+    EXPECT_TRUE(Area->GetAliasEdit()->isVisible());
+}
+
+TEST_F(TZvDiagramTest, DeleteTableFromTheMenuClosesTheTable) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    TMenuChooser Chooser(QStringLiteral("Delete table"));
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {}, test::CaptionPoint(*T));
+    EXPECT_EQ(Area->TableCount(), 0);
+    EXPECT_TRUE(ModelAliases(*Parser).empty());
+}
+
+TEST_F(TZvDiagramTest, NoMenuOverRowsOrTheEmptySurface) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    TMenuChooser Chooser(QString{});
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {}, test::RowCheckPoint(*T, 0) + QPoint(30, 0));
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {}, QPoint(700, 500));
+    EXPECT_EQ(Chooser.Shown, 0);
 }
 
 } // namespace
