@@ -47,6 +47,18 @@ void HoverAt(TZvWorkArea& Area, QPoint Point) {
     QTest::mouseMove(Area.viewport(), Point);
 }
 
+// Places the pointer the hover timer reads at a viewport point for the lifetime of the object.
+class TPointerAt {
+public:
+    TPointerAt(TZvWorkArea& Area, QPoint Point) : Saved(TZvWorkArea::CursorPosition) {
+        TZvWorkArea::CursorPosition = [&Area, Point] { return Area.viewport()->mapToGlobal(Point); };
+    }
+    ~TPointerAt() { TZvWorkArea::CursorPosition = Saved; }
+
+private:
+    std::function<QPoint()> Saved;
+};
+
 QImage Grab(TZvWorkArea& Area) {
     return Area.viewport()->grab().toImage();
 }
@@ -629,37 +641,31 @@ TEST_F(TZvDiagramTest, MovingOverABorderShowsTheSizingCursor) {
 TEST_F(TZvDiagramTest, AHintAppearsAfterHoveringAndGoesAgain) {
     TZvTable* Emp = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
     const QPoint Over = test::CaptionPoint(*Emp);
-    const auto Saved = TZvWorkArea::CursorPosition;
-    TZvWorkArea::CursorPosition = [&] { return Area->viewport()->mapToGlobal(Over); };
+    const TPointerAt Pointer(*Area, Over);
     HoverAt(*Area, Over);
     EXPECT_EQ(Emp->GetHint(), QStringLiteral("Double click to edit alias"));
     EXPECT_FALSE(Area->IsHintShown());
     EXPECT_TRUE(WaitFor([&] { return Area->IsHintShown(); }));
     EXPECT_EQ(Area->GetHintText(), QStringLiteral("Double click to edit alias"));
     EXPECT_TRUE(WaitFor([&] { return !Area->IsHintShown(); }));
-    TZvWorkArea::CursorPosition = Saved;
 }
 
 TEST_F(TZvDiagramTest, NoHintWhenThePointerHasLeftTheObject) {
     TZvTable* Emp = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
-    const auto Saved = TZvWorkArea::CursorPosition;
-    TZvWorkArea::CursorPosition = [&] { return Area->viewport()->mapToGlobal(QPoint(700, 500)); };
+    const TPointerAt Pointer(*Area, QPoint(700, 500));
     HoverAt(*Area, test::CaptionPoint(*Emp));
     QTest::qWait(700);
     EXPECT_FALSE(Area->IsHintShown());
-    TZvWorkArea::CursorPosition = Saved;
 }
 
 TEST_F(TZvDiagramTest, AKeyHidesAShownHint) {
     TZvTable* Emp = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
     const QPoint Over = test::CaptionPoint(*Emp);
-    const auto Saved = TZvWorkArea::CursorPosition;
-    TZvWorkArea::CursorPosition = [&] { return Area->viewport()->mapToGlobal(Over); };
+    const TPointerAt Pointer(*Area, Over);
     HoverAt(*Area, Over);
     ASSERT_TRUE(WaitFor([&] { return Area->IsHintShown(); }));
     QTest::keyClick(Area, Qt::Key_Shift);
     EXPECT_FALSE(Area->IsHintShown());
-    TZvWorkArea::CursorPosition = Saved;
 }
 
 // --- painting ---
