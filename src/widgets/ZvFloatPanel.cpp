@@ -125,7 +125,9 @@ int TZvObjectArrangements::IndexOf(const std::string& Name) const {
 // TZvWorkArea: construction and helpers
 
 std::function<QPoint()> TZvWorkArea::CursorPosition = [] { return QCursor::pos(); };
-std::function<void(QMenu&, QPoint)> TZvWorkArea::ExecPopupMenu = [](QMenu& Menu, QPoint At) { Menu.exec(At); };
+std::function<void(QMenu&, QPoint)> TZvWorkArea::ExecPopupMenu = [](QMenu& Menu, QPoint At) {
+    Menu.exec(At);
+};
 
 QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
     if (!qobject_cast<TCustomZevrin*>(Owner))
@@ -134,11 +136,8 @@ QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
 }
 
 TZvWorkArea::TZvWorkArea(QWidget* Owner)
-    : QAbstractScrollArea(CheckedOwner(Owner)),
-      Host(static_cast<TCustomZevrin*>(Owner)),
-      AliasEdit(new TZvEdit(viewport())),
-      SearchEdit(new TZvEdit(viewport())),
-      SurfaceFont(font()) {
+    : QAbstractScrollArea(CheckedOwner(Owner)), Host(static_cast<TCustomZevrin*>(Owner)),
+      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()) {
     setObjectName(QStringLiteral("WorkArea"));
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
@@ -272,17 +271,18 @@ std::string TZvWorkArea::GenerateUniqueAlias(const std::string& Name, const std:
     return Result;
 }
 
-TZvTable* TZvWorkArea::AddPanel(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet) {
+TZvTable* TZvWorkArea::AddPanel(const std::string& Name, const std::string& Alias,
+                                const TZvDataSet* DataSet) {
     return AddPanelInternal(Name, Alias, DataSet, true, QPoint());
 }
 
-TZvTable* TZvWorkArea::AddPanelAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
-                                  QPoint Point) {
+TZvTable* TZvWorkArea::AddPanelAt(const std::string& Name, const std::string& Alias,
+                                  const TZvDataSet* DataSet, QPoint Point) {
     return AddPanelInternal(Name, Alias, DataSet, false, Point);
 }
 
-TZvStoredProc* TZvWorkArea::AddProc(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
-                                    const TZvParams* Params) {
+TZvStoredProc* TZvWorkArea::AddProc(const std::string& Name, const std::string& Alias,
+                                    const TZvDataSet* DataSet, const TZvParams* Params) {
     return AddProcInternal(Name, Alias, DataSet, Params, true, QPoint());
 }
 
@@ -310,8 +310,8 @@ TZvTable* TZvWorkArea::AddPanelInternal(const std::string& Name, const std::stri
 }
 
 TZvStoredProc* TZvWorkArea::AddProcInternal(const std::string& Name, const std::string& Alias,
-                                            const TZvDataSet* DataSet, const TZvParams* Params, bool AutoPlace,
-                                            QPoint Point) {
+                                            const TZvDataSet* DataSet, const TZvParams* Params,
+                                            bool AutoPlace, QPoint Point) {
     const std::string Unique = GenerateUniqueAlias(AliasOrName(Name, Alias), "PROC_");
     SetSelected(nullptr);
     auto Proc = std::make_unique<TZvStoredProc>(this, DataSet, Params, Name);
@@ -786,8 +786,9 @@ void TZvWorkArea::CommitAliasEdit() {
     std::string NewAlias = AliasEdit->text().toStdString();
     for (const auto& Other : Tables)
         if (Other.get() != Table && Other->GetAlias() == NewAlias)
-            throw EZvError((ZvText(TZvRes::AliasExistsPrefix) + QLatin1Char(' ') + QString::fromStdString(NewAlias) +
-                            QLatin1Char(' ') + ZvText(TZvRes::AliasExistsSuffix))
+            throw EZvError((ZvText(TZvRes::AliasExistsPrefix) + QLatin1Char(' ') +
+                            QString::fromStdString(NewAlias) + QLatin1Char(' ') +
+                            ZvText(TZvRes::AliasExistsSuffix))
                                .toStdString());
     if (NewAlias == Table->GetName())
         NewAlias.clear();

@@ -94,8 +94,8 @@ int ZvIndexOfOwned(const std::vector<std::unique_ptr<T>>& List, const void* Item
     return -1;
 }
 
-using TZvObjectMouseEvent = std::function<void(TZvFloatObject& Sender, Qt::MouseButton Button,
-                                               TShiftState Shift, int X, int Y)>;
+using TZvObjectMouseEvent =
+    std::function<void(TZvFloatObject& Sender, Qt::MouseButton Button, TShiftState Shift, int X, int Y)>;
 using TZvObjectMouseMoveEvent = std::function<void(TZvFloatObject& Sender, TShiftState Shift, int X, int Y)>;
 
 // The base of everything that floats on the work area. Objects are not windows: the work area
@@ -174,7 +174,9 @@ public:
     TZvObjectArrangement& Add() { return Items.emplace_back(); }
     int Count() const { return static_cast<int>(Items.size()); }
     TZvObjectArrangement& operator[](int Index) { return Items.at(static_cast<std::size_t>(Index)); }
-    const TZvObjectArrangement& operator[](int Index) const { return Items.at(static_cast<std::size_t>(Index)); }
+    const TZvObjectArrangement& operator[](int Index) const {
+        return Items.at(static_cast<std::size_t>(Index));
+    }
     // Index of the entry named exactly Name; -1 when none.
     int IndexOf(const std::string& Name) const;
     void Clear() { Items.clear(); }
@@ -186,7 +188,8 @@ private:
 using TZvTableEvent = std::function<void(TZvWorkArea& Sender, TZvTable& Table)>;
 using TZvChangeAliasEvent = std::function<void(TZvTable& Sender, const std::string& OldAlias)>;
 using TZvTableItemEvent = std::function<void(TZvTable& Table, TZvListItem& Item)>;
-using TZvSelectLinkEvent = std::function<void(TZvWorkArea& Sender, TZvListItem* Item1, TZvListItem* Item2, bool Select)>;
+using TZvSelectLinkEvent =
+    std::function<void(TZvWorkArea& Sender, TZvListItem* Item1, TZvListItem* Item2, bool Select)>;
 using TZvLinkEvent = std::function<void(TZvWorkArea& Sender, TZvLink& Link)>;
 using TSetFontEvent = std::function<void(const QFont& Value)>;
 
@@ -211,15 +214,17 @@ public:
     // Add a table (stored procedure) object, placed automatically or at Point (work-area
     // coordinates). Return the new object, or null when the host vetoed it.
     TZvTable* AddPanel(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet);
-    TZvTable* AddPanelAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet, QPoint Point);
+    TZvTable* AddPanelAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
+                         QPoint Point);
     TZvStoredProc* AddProc(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
                            const TZvParams* Params);
     TZvStoredProc* AddProcAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
                              const TZvParams* Params, QPoint Point);
     TZvTable* AddPanelInternal(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
                                bool AutoPlace, QPoint Point);
-    TZvStoredProc* AddProcInternal(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
-                                   const TZvParams* Params, bool AutoPlace, QPoint Point);
+    TZvStoredProc* AddProcInternal(const std::string& Name, const std::string& Alias,
+                                   const TZvDataSet* DataSet, const TZvParams* Params, bool AutoPlace,
+                                   QPoint Point);
     // Name made unique among the table aliases (see the algorithm in the source).
     std::string GenerateUniqueAlias(const std::string& Name, const std::string& Prefix) const;
     // The table whose alias equals the trimmed argument exactly; for an empty argument the only
@@ -369,8 +374,8 @@ private:
     QFont SurfaceFont;
     int UpdateCount = 0;
     bool CheckLinkFieldsType = true;
-    QBasicTimer HoverTimer;      // timer 10
-    QBasicTimer HintTimer;       // timer 11
+    QBasicTimer HoverTimer; // timer 10
+    QBasicTimer HintTimer;  // timer 11
     TZvFloatObject* HoverObject = nullptr;
     QString HintText;
     bool HintShown = false;

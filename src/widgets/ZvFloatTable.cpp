@@ -25,8 +25,12 @@ QRect EdgeRect(int Left, int Top, int Right, int Bottom) {
 }
 
 // Exclusive right and bottom edges of a rectangle.
-int RightOf(const QRect& R) { return R.left() + R.width(); }
-int BottomOf(const QRect& R) { return R.top() + R.height(); }
+int RightOf(const QRect& R) {
+    return R.left() + R.width();
+}
+int BottomOf(const QRect& R) {
+    return R.top() + R.height();
+}
 
 constexpr int CheckBoxSize = 12;
 
@@ -281,8 +285,8 @@ QRect TZvTable::GetBoundsRect() const {
 QRect TZvTable::GetCaptionRect() const {
     const QRect B = GetBoundsRect();
     const int CaptionTop = B.top() + BorderWidth;
-    return EdgeRect(B.left() + CaptionHeight + BorderWidth, CaptionTop, RightOf(B) - ButtonsWidth - BorderWidth,
-                    CaptionTop + CaptionHeight - 2 * BorderWidth);
+    return EdgeRect(B.left() + CaptionHeight + BorderWidth, CaptionTop,
+                    RightOf(B) - ButtonsWidth - BorderWidth, CaptionTop + CaptionHeight - 2 * BorderWidth);
 }
 
 QRect TZvTable::GetClientRect() const {
@@ -302,7 +306,8 @@ QRect TZvTable::GetItemRect(const TZvListItem* Item) const {
         return {};
     const QRect B = GetBoundsRect();
     const int RowTop = B.top() + CaptionHeight + 1 + (Index - FirstVisibleItem) * (ItemHeight + 1);
-    return EdgeRect(B.left() + BorderWidth + Margin, RowTop, RightOf(B) - BorderWidth - Margin, RowTop + ItemHeight);
+    return EdgeRect(B.left() + BorderWidth + Margin, RowTop, RightOf(B) - BorderWidth - Margin,
+                    RowTop + ItemHeight);
 }
 
 QRect TZvTable::GetFullItemRect(const TZvListItem* Item) const {
@@ -536,18 +541,20 @@ void TZvTable::PaintCaption(QPainter& Painter, const TZvPalette& Colors) const {
     QFont Bold = WorkArea->GetFont();
     Bold.setBold(true);
     Painter.setFont(Bold);
-    Painter.setPen(ZvColorToQColor(Selected ? Colors.GetActiveCaptionText() : Colors.GetInactiveCaptionText()));
+    Painter.setPen(
+        ZvColorToQColor(Selected ? Colors.GetActiveCaptionText() : Colors.GetInactiveCaptionText()));
     const QRect Caption = WorkArea->ToViewport(GetCaptionRect());
     const std::string Text = GetCaption();
     Painter.drawText(Caption, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     QFontMetrics(Bold).elidedText(QString::fromStdString(Text.empty() ? " " : Text), Qt::ElideRight,
-                                                   Caption.width()));
+                     QFontMetrics(Bold).elidedText(QString::fromStdString(Text.empty() ? " " : Text),
+                                                   Qt::ElideRight, Caption.width()));
     const QRect Buttons = WorkArea->ToViewport(GetButtonRect());
     const int B = ButtonBitmapWidth();
     const int ButtonTop = Buttons.top() + (Buttons.height() - B - 2) / 2;
     for (int I = 0; I < 3; ++I)
         Painter.drawPixmap(Buttons.left() + (B + 1) * I + 1, ButtonTop + 1, ZvBitmap(ButtonBitmapName(I)));
-    const QPoint Box = WorkArea->ToViewport(QRect(Left + BorderWidth + 4, Top + BorderWidth + 2, 1, 1)).topLeft();
+    const QPoint Box =
+        WorkArea->ToViewport(QRect(Left + BorderWidth + 4, Top + BorderWidth + 2, 1, 1)).topLeft();
     Painter.drawPixmap(Box, ZvBitmap(QStringLiteral("BOX%1").arg(FieldState + 1)));
 }
 
@@ -555,15 +562,16 @@ void TZvTable::PaintRows(QPainter& Painter, const TZvPalette& Colors) const {
     const QRect Client = WorkArea->ToViewport(GetClientRect());
     Painter.fillRect(Client, ZvColorToQColor(GetClientColor()));
     Painter.setClipRect(Client);
-    const bool HideSelection =
-        WorkArea->GetHost()->GetOptions().testFlag(zvoHideSelection) && !Selected;
+    const bool HideSelection = WorkArea->GetHost()->GetOptions().testFlag(zvoHideSelection) && !Selected;
     const bool ShowTypes = WorkArea->GetHost()->GetOptions().testFlag(zvoShowFieldTypes);
     for (int I = FirstVisibleItem; I <= FirstVisibleItem + VisibleCount && I < ItemCount(); ++I) {
         const TZvListItem* Row = GetItem(I);
         const QRect R = WorkArea->ToViewport(GetItemRect(Row)).translated(0, 1);
         const bool Current = Row == CurrentItem && !HideSelection;
-        const QString Check = Row->IsFieldRow() ? (Row->GetCheck() ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
-                                                : (Row->GetCheck() ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
+        const QString Check =
+            Row->IsFieldRow()
+                ? (Row->GetCheck() ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
+                : (Row->GetCheck() ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
         Painter.drawPixmap(R.topLeft(), ZvBitmap(Check));
         const QRect TextRect = R.adjusted(ItemHeight, 0, 0, 0);
         if (Current)

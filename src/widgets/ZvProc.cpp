@@ -17,7 +17,8 @@ TZvStoredProc::TZvStoredProc(TZvWorkArea* AWorkArea, const TZvDataSet* DataSet, 
         // procedure takes become rows of their own, checked when a value is entered.
         if (Param.ParamType != ptInput && Param.ParamType != ptInputOutput)
             continue;
-        auto Row = std::make_unique<TZvListItem>(this, Param.Name, Param.Name, Param.DataType, Param.ParamType);
+        auto Row =
+            std::make_unique<TZvListItem>(this, Param.Name, Param.Name, Param.DataType, Param.ParamType);
         Row->SetValue(Param.Value);
         TZvListItem& Added = *Row;
         AddItem(std::move(Row));

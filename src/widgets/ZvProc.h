@@ -11,7 +11,8 @@ public:
     // The rows are the data set's fields (output rows) followed by one row per parameter of
     // Params that is not an output of the procedure; Params is copied (kind, data type and, when
     // set, value).
-    TZvStoredProc(TZvWorkArea* AWorkArea, const TZvDataSet* DataSet, const TZvParams* Params, std::string AName);
+    TZvStoredProc(TZvWorkArea* AWorkArea, const TZvDataSet* DataSet, const TZvParams* Params,
+                  std::string AName);
 
     const TZvParams& GetParams() const { return Params; }
     TColor GetClientColor() const override;

@@ -23,12 +23,13 @@ TZvTable* TZvTableList::Tables(int Index) const {
     return WorkArea->TableAt(Index);
 }
 
-TZvTable* TZvTableList::AddTable(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet) {
+TZvTable* TZvTableList::AddTable(const std::string& Name, const std::string& Alias,
+                                 const TZvDataSet* DataSet) {
     return WorkArea->AddPanel(Name, Alias, DataSet);
 }
 
-TZvTable* TZvTableList::AddTableAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
-                                   QPoint Point) {
+TZvTable* TZvTableList::AddTableAt(const std::string& Name, const std::string& Alias,
+                                   const TZvDataSet* DataSet, QPoint Point) {
     return WorkArea->AddPanelAt(Name, Alias, DataSet, Point);
 }
 
@@ -85,14 +86,9 @@ void TZvLinkList::DeleteLink(TZvLink* Link) {
 // TCustomZevrin: construction and settings
 
 TCustomZevrin::TCustomZevrin(QWidget* Parent)
-    : QWidget(Parent),
-      Palette(new TZvPalette(this)),
-      Style(new TZvStyle(this)),
-      Splitter(new QSplitter(Qt::Vertical, this)),
-      PageCtrl(new QTabWidget(Splitter)),
-      WorkArea(new TZvWorkArea(this)),
-      Tables(WorkArea),
-      Links(WorkArea) {
+    : QWidget(Parent), Palette(new TZvPalette(this)), Style(new TZvStyle(this)),
+      Splitter(new QSplitter(Qt::Vertical, this)), PageCtrl(new QTabWidget(Splitter)),
+      WorkArea(new TZvWorkArea(this)), Tables(WorkArea), Links(WorkArea) {
     resize(300, 340);
     PageCtrl->setObjectName(QStringLiteral("PageCtrl"));
     Splitter->setObjectName(QStringLiteral("Splitter"));
@@ -108,11 +104,19 @@ TCustomZevrin::TCustomZevrin(QWidget* Parent)
     Layout->addWidget(Splitter);
 
     WorkArea->OnAddTable = [this](TZvWorkArea& Sender, TZvTable& Table) { HandleAddTable(Sender, Table); };
-    WorkArea->OnRemoveTable = [this](TZvWorkArea& Sender, TZvTable& Table) { HandleRemoveTable(Sender, Table); };
-    WorkArea->OnChangeAlias = [this](TZvTable& Sender, const std::string& Old) { HandleChangeAlias(Sender, Old); };
+    WorkArea->OnRemoveTable = [this](TZvWorkArea& Sender, TZvTable& Table) {
+        HandleRemoveTable(Sender, Table);
+    };
+    WorkArea->OnChangeAlias = [this](TZvTable& Sender, const std::string& Old) {
+        HandleChangeAlias(Sender, Old);
+    };
     WorkArea->OnCheckField = [this](TZvTable& Table, TZvListItem& Item) { HandleCheckField(Table, Item); };
-    WorkArea->OnAddRemoveField = [this](TZvTable& Table, TZvListItem& Item) { HandleAddRemoveField(Table, Item); };
-    WorkArea->OnEnterParameter = [this](TZvTable& Table, TZvListItem& Item) { DoEnterParameter(Table, Item); };
+    WorkArea->OnAddRemoveField = [this](TZvTable& Table, TZvListItem& Item) {
+        HandleAddRemoveField(Table, Item);
+    };
+    WorkArea->OnEnterParameter = [this](TZvTable& Table, TZvListItem& Item) {
+        DoEnterParameter(Table, Item);
+    };
 }
 
 // The work area goes first: its objects refer to the parser and the palette.
@@ -267,7 +271,8 @@ void TCustomZevrin::HandleRemoveTable(TZvWorkArea& /*Sender*/, TZvTable& Table) 
 
 void TCustomZevrin::HandleChangeAlias(TZvTable& Sender, const std::string& OldAlias) {
     TZvTableDefs& Defs = GetParser()->GetTableDefs();
-    TZvTableDef* Model = OldAlias == Sender.GetName() ? Defs.FindByName(OldAlias) : Defs.FindByAlias(OldAlias);
+    TZvTableDef* Model =
+        OldAlias == Sender.GetName() ? Defs.FindByName(OldAlias) : Defs.FindByAlias(OldAlias);
     if (Model)
         Model->SetAlias(Sender.GetAlias());
 }

@@ -28,9 +28,12 @@ enum TZvAction : std::uint8_t { zvaAdd, zvaRemove };
 
 class TCustomZevrin;
 
-using TAddRemoveTableEvent = std::function<void(TCustomZevrin& Sender, TZvTable& Table, TZvAction Action, bool& Accept)>;
-using TAddRemoveLinkEvent = std::function<void(TCustomZevrin& Sender, TZvLink& Link, TZvAction Action, bool& Accept)>;
-using TEnterProcParameter = std::function<void(TCustomZevrin& Sender, TZvTable& SProcedure, TZvListItem& ListItem)>;
+using TAddRemoveTableEvent =
+    std::function<void(TCustomZevrin& Sender, TZvTable& Table, TZvAction Action, bool& Accept)>;
+using TAddRemoveLinkEvent =
+    std::function<void(TCustomZevrin& Sender, TZvLink& Link, TZvAction Action, bool& Accept)>;
+using TEnterProcParameter =
+    std::function<void(TCustomZevrin& Sender, TZvTable& SProcedure, TZvListItem& ListItem)>;
 
 // The tables of the diagram, front to back. Holds only the work area; owns nothing.
 class TZvTableList {
@@ -39,7 +42,8 @@ public:
     int Count() const;
     TZvTable* Tables(int Index) const;
     TZvTable* AddTable(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet);
-    TZvTable* AddTableAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet, QPoint Point);
+    TZvTable* AddTableAt(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
+                         QPoint Point);
     TZvTable* AddProc(const std::string& Name, const std::string& Alias, const TZvDataSet* DataSet,
                       const TZvParams* Params);
     // Sends CMCloseTable, so that the removal takes the path of closing the table on the diagram
@@ -75,7 +79,12 @@ private:
 class TCustomZevrin : public QWidget {
     Q_OBJECT
 public:
-    enum TZvOption { zvoRowSelect = 0x1, zvoDragFieldName = 0x2, zvoHideSelection = 0x4, zvoShowFieldTypes = 0x8 };
+    enum TZvOption {
+        zvoRowSelect = 0x1,
+        zvoDragFieldName = 0x2,
+        zvoHideSelection = 0x4,
+        zvoShowFieldTypes = 0x8
+    };
     Q_DECLARE_FLAGS(TZvOptions, TZvOption)
     Q_FLAG(TZvOptions)
 

@@ -93,7 +93,8 @@ bool ZvIsStored(const QObject& Object, const char* Property) {
     if (Method < 0)
         return true;
     bool Stored = true;
-    Meta->method(Method).invoke(const_cast<QObject*>(&Object), Qt::DirectConnection, Q_RETURN_ARG(bool, Stored));
+    Meta->method(Method).invoke(const_cast<QObject*>(&Object), Qt::DirectConnection,
+                                Q_RETURN_ARG(bool, Stored));
     return Stored;
 }
 
@@ -123,19 +124,45 @@ void TZvPalette::Change(TColor& Field, TColor Value, TShownOn Where) {
         HostOf(parent())->RepaintDiagram();
 }
 
-void TZvPalette::SetActiveCondition(TColor Value) { Change(ActiveCondition, Value, TShownOn::Pages); }
-void TZvPalette::SetConditionItemText(TColor Value) { Change(ConditionItemText, Value, TShownOn::Pages); }
-void TZvPalette::SetConditionText(TColor Value) { Change(ConditionText, Value, TShownOn::Pages); }
-void TZvPalette::SetConditionErrorText(TColor Value) { Change(ConditionErrorText, Value, TShownOn::Pages); }
-void TZvPalette::SetProcClient(TColor Value) { Change(ProcClient, Value, TShownOn::Diagram); }
-void TZvPalette::SetTableClient(TColor Value) { Change(TableClient, Value, TShownOn::Diagram); }
-void TZvPalette::SetItemText(TColor Value) { Change(ItemText, Value, TShownOn::Diagram); }
-void TZvPalette::SetSelectedItemText(TColor Value) { Change(SelectedItemText, Value, TShownOn::Diagram); }
-void TZvPalette::SetInactiveCaption(TColor Value) { Change(InactiveCaption, Value, TShownOn::Diagram); }
-void TZvPalette::SetActiveCaption(TColor Value) { Change(ActiveCaption, Value, TShownOn::Diagram); }
-void TZvPalette::SetWorkSpace(TColor Value) { Change(WorkSpace, Value, TShownOn::Diagram); }
-void TZvPalette::SetInactiveCaptionText(TColor Value) { Change(InactiveCaptionText, Value, TShownOn::Diagram); }
-void TZvPalette::SetActiveCaptionText(TColor Value) { Change(ActiveCaptionText, Value, TShownOn::Diagram); }
+void TZvPalette::SetActiveCondition(TColor Value) {
+    Change(ActiveCondition, Value, TShownOn::Pages);
+}
+void TZvPalette::SetConditionItemText(TColor Value) {
+    Change(ConditionItemText, Value, TShownOn::Pages);
+}
+void TZvPalette::SetConditionText(TColor Value) {
+    Change(ConditionText, Value, TShownOn::Pages);
+}
+void TZvPalette::SetConditionErrorText(TColor Value) {
+    Change(ConditionErrorText, Value, TShownOn::Pages);
+}
+void TZvPalette::SetProcClient(TColor Value) {
+    Change(ProcClient, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetTableClient(TColor Value) {
+    Change(TableClient, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetItemText(TColor Value) {
+    Change(ItemText, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetSelectedItemText(TColor Value) {
+    Change(SelectedItemText, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetInactiveCaption(TColor Value) {
+    Change(InactiveCaption, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetActiveCaption(TColor Value) {
+    Change(ActiveCaption, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetWorkSpace(TColor Value) {
+    Change(WorkSpace, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetInactiveCaptionText(TColor Value) {
+    Change(InactiveCaptionText, Value, TShownOn::Diagram);
+}
+void TZvPalette::SetActiveCaptionText(TColor Value) {
+    Change(ActiveCaptionText, Value, TShownOn::Diagram);
+}
 
 void TZvPalette::Assign(const QObject* Source) {
     const auto* Other = qobject_cast<const TZvPalette*>(Source);
@@ -169,9 +196,15 @@ void TZvObjectStyle::Change(T& Field, T Value) {
     RepaintDiagramOf(Owner);
 }
 
-void TZvObjectStyle::SetFlat(bool Value) { Change(Flat, Value); }
-void TZvObjectStyle::SetFlatButtons(bool Value) { Change(FlatButtons, Value); }
-void TZvObjectStyle::SetBorderKind(TZvBorderKind Value) { Change(BorderKind, Value); }
+void TZvObjectStyle::SetFlat(bool Value) {
+    Change(Flat, Value);
+}
+void TZvObjectStyle::SetFlatButtons(bool Value) {
+    Change(FlatButtons, Value);
+}
+void TZvObjectStyle::SetBorderKind(TZvBorderKind Value) {
+    Change(BorderKind, Value);
+}
 
 void TZvObjectStyle::Assign(const QObject* Source) {
     const auto* Other = qobject_cast<const TZvObjectStyle*>(Source);

@@ -136,7 +136,9 @@ public:
     Q_INVOKABLE bool IsSelectedItemTextStored() const { return SelectedItemText != DefSelectedItemText; }
     Q_INVOKABLE bool IsInactiveCaptionStored() const { return InactiveCaption != DefInactiveCaption; }
     Q_INVOKABLE bool IsActiveCaptionStored() const { return ActiveCaption != DefActiveCaption; }
-    Q_INVOKABLE bool IsInactiveCaptionTextStored() const { return InactiveCaptionText != DefInactiveCaptionText; }
+    Q_INVOKABLE bool IsInactiveCaptionTextStored() const {
+        return InactiveCaptionText != DefInactiveCaptionText;
+    }
     Q_INVOKABLE bool IsActiveCaptionTextStored() const { return ActiveCaptionText != DefActiveCaptionText; }
 
 private:

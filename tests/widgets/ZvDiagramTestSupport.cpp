@@ -19,19 +19,24 @@ QPoint ViewportCenter(const TZvWorkArea& Area, const QRect& SurfaceRect) {
 
 QPoint CaptionPoint(const TZvTable& Table) {
     const QRect Caption = Table.GetCaptionRect();
-    return Table.GetWorkArea()->ToViewport(QRect(Caption.left() + 4, Caption.top() + Caption.height() / 2, 1, 1)).topLeft();
+    return Table.GetWorkArea()
+        ->ToViewport(QRect(Caption.left() + 4, Caption.top() + Caption.height() / 2, 1, 1))
+        .topLeft();
 }
 
 QPoint CheckBoxPoint(const TZvTable& Table) {
-    return Table.GetWorkArea()->ToViewport(
-        QRect(Table.GetLeft() + TZvTable::BorderWidth + 6, Table.GetTop() + TZvTable::BorderWidth + 6, 1, 1)).topLeft();
+    return Table.GetWorkArea()
+        ->ToViewport(QRect(Table.GetLeft() + TZvTable::BorderWidth + 6,
+                           Table.GetTop() + TZvTable::BorderWidth + 6, 1, 1))
+        .topLeft();
 }
 
 QPoint ButtonPoint(const TZvTable& Table, int Index) {
     const QRect Buttons = Table.GetButtonRect();
     const int Width = Buttons.width() / 3;
     return Table.GetWorkArea()
-        ->ToViewport(QRect(Buttons.left() + Width * Index + Width / 2, Buttons.top() + Buttons.height() / 2, 1, 1))
+        ->ToViewport(
+            QRect(Buttons.left() + Width * Index + Width / 2, Buttons.top() + Buttons.height() / 2, 1, 1))
         .topLeft();
 }
 
@@ -66,12 +71,9 @@ std::vector<std::string> DiagramAliases(const TZvWorkArea& Area) {
 }
 
 TZvDiagramTest::TZvDiagramTest()
-    : SavedExecPopupMenu(TZvWorkArea::ExecPopupMenu),
-      Host(std::make_unique<TSQLZevrin>()),
-      Area(Host->GetWorkArea()),
-      Parser(Host->GetParser()),
-      EmpFields(FieldsDataSet({"ID", "NAME", "DEPT_ID"})),
-      DeptFields(FieldsDataSet({"ID", "TITLE"})) {
+    : SavedExecPopupMenu(TZvWorkArea::ExecPopupMenu), Host(std::make_unique<TSQLZevrin>()),
+      Area(Host->GetWorkArea()), Parser(Host->GetParser()),
+      EmpFields(FieldsDataSet({"ID", "NAME", "DEPT_ID"})), DeptFields(FieldsDataSet({"ID", "TITLE"})) {
     // A context menu would wait for a user: a test that opens one replaces this.
     TZvWorkArea::ExecPopupMenu = [](QMenu&, QPoint) { ADD_FAILURE() << "a context menu was opened"; };
     Host->resize(800, 600);

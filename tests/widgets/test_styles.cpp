@@ -67,7 +67,8 @@ TEST(ZvPalette, PublishedPropertiesComeInStreamingOrder) {
     EXPECT_EQ(PropertyNames(Palette),
               (std::vector<std::string>{"ActiveCondition", "ConditionText", "ConditionItemText", "ProcClient",
                                         "TableClient", "ItemText", "SelectedItemText", "ActiveCaption",
-                                        "InactiveCaption", "ActiveCaptionText", "InactiveCaptionText", "WorkSpace"}));
+                                        "InactiveCaption", "ActiveCaptionText", "InactiveCaptionText",
+                                        "WorkSpace"}));
 }
 
 TEST(ZvPalette, NewPaletteStoresTheBlackCaptionTextsAndTheWorkSpace) {

@@ -371,7 +371,8 @@ TEST_F(TZvLinkTest, AnEqualModelJoinIsNotRecordedTwice) {
 
 TEST_F(TZvLinkTest, LinksBetweenTheSameTablesShareOneJoin) {
     LinkEmpToDept();
-    Host->GetLinks().AddLink(EmpTable, DeptTable, EmpTable->GetFieldItem("NAME"), DeptTable->GetFieldItem("TITLE"));
+    Host->GetLinks().AddLink(EmpTable, DeptTable, EmpTable->GetFieldItem("NAME"),
+                             DeptTable->GetFieldItem("TITLE"));
     EXPECT_EQ(Host->GetLinks().Count(), 2);
     EXPECT_EQ(Area->JoinCount(), 1);
     EXPECT_EQ(EmpJoins().Count(), 2);
@@ -676,17 +677,19 @@ TEST_F(TZvDiagramTest, TheBackgroundIsTheWorkSpaceColour) {
 }
 
 TEST_F(TZvDiagramTest, TheTableAtTheFrontIsPaintedLast) {
-    Host->GetPalette()->SetActiveCaption(0x0000FFu);  // red
+    Host->GetPalette()->SetActiveCaption(0x0000FFu);   // red
     Host->GetPalette()->SetInactiveCaption(0x00FF00u); // green
     TZvTable* Back = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(20, 20));
     TZvTable* Front = Host->GetTables().AddTableAt("DEPT", "", &DeptFields, QPoint(60, 20));
     ASSERT_EQ(Area->TableAt(0), Front);
     // A caption pixel where both tables lie, away from text and buttons.
     const QPoint Shared = Area->ToViewport(QRect(Front->GetLeft() + 3, Front->GetTop() + 3, 1, 1)).topLeft();
-    ASSERT_TRUE(Back->GetBoundsRect().contains(Shared + QPoint(Area->HorzScrollPos(), Area->VertScrollPos())));
+    ASSERT_TRUE(
+        Back->GetBoundsRect().contains(Shared + QPoint(Area->HorzScrollPos(), Area->VertScrollPos())));
     EXPECT_EQ(Grab(*Area).pixelColor(Shared + QPoint(0, 0)), QColor(255, 0, 0));
     Area->TableToFront(Back);
-    const QPoint BackCaption = Area->ToViewport(QRect(Front->GetLeft() + 3, Back->GetTop() + 3, 1, 1)).topLeft();
+    const QPoint BackCaption =
+        Area->ToViewport(QRect(Front->GetLeft() + 3, Back->GetTop() + 3, 1, 1)).topLeft();
     EXPECT_EQ(Grab(*Area).pixelColor(BackCaption), QColor(0, 255, 0));
 }
 
@@ -773,7 +776,9 @@ TEST_F(TZvDiagramTest, ATableShowsUpToSixRows) {
 
 TEST_F(TZvDiagramTest, HitTestFindsEdgesCornersCaptionPartsAndRows) {
     TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
-    const auto HitAt = [&](int X, int Y) { return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft()); };
+    const auto HitAt = [&](int X, int Y) {
+        return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft());
+    };
     const int R = T->GetLeft() + T->GetWidth() - 1;
     const int B = T->GetTop() + T->GetHeight() - 1;
     EXPECT_EQ(HitAt(99, 120), htTOutSide);
@@ -795,7 +800,9 @@ TEST_F(TZvDiagramTest, HitTestFindsEdgesCornersCaptionPartsAndRows) {
 TEST_F(TZvDiagramTest, ACollapsedTableHasNoGrips) {
     TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
     T->SetExpand(false);
-    const auto HitAt = [&](int X, int Y) { return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft()); };
+    const auto HitAt = [&](int X, int Y) {
+        return T->HitTest(Area->ToViewport(QRect(X, Y, 1, 1)).topLeft());
+    };
     EXPECT_EQ(HitAt(T->GetLeft() + 14, T->GetTop() + T->GetCaptionHeight() - 1), htTCaption);
     EXPECT_EQ(HitAt(T->GetLeft() + 30, T->GetTop() + T->GetCaptionHeight()), htTOutSide);
     EXPECT_EQ(HitAt(T->GetLeft(), T->GetTop()), htTCaption);
