@@ -115,8 +115,8 @@ void TZvEdit::focusOutEvent(QFocusEvent* Event) {
 }
 
 int TZvObjectArrangements::IndexOf(const std::string& Name) const {
-    for (std::size_t I = 0; I < Items.size(); ++I)
-        if (Items[I].Name == Name)
+    for (std::size_t I = 0; I < Entries.size(); ++I)
+        if (Entries[I].Name == Name)
             return static_cast<int>(I);
     return -1;
 }

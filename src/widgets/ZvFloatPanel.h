@@ -169,20 +169,22 @@ struct TZvObjectArrangement {
     bool Expanded = true;
 };
 
+// The remembered positions, in the order they were recorded.
 class TZvObjectArrangements {
 public:
-    TZvObjectArrangement& Add() { return Items.emplace_back(); }
-    int Count() const { return static_cast<int>(Items.size()); }
-    TZvObjectArrangement& operator[](int Index) { return Items.at(static_cast<std::size_t>(Index)); }
-    const TZvObjectArrangement& operator[](int Index) const {
-        return Items.at(static_cast<std::size_t>(Index));
-    }
+    TZvObjectArrangement& Add() { return Entries.emplace_back(); }
+    int Count() const { return static_cast<int>(Entries.size()); }
+    // The entry at Index; std::out_of_range outside 0 .. Count() - 1.
+    TZvObjectArrangement& Items(int Index) { return Entries.at(static_cast<std::size_t>(Index)); }
+    const TZvObjectArrangement& Items(int Index) const { return Entries.at(static_cast<std::size_t>(Index)); }
+    TZvObjectArrangement& operator[](int Index) { return Items(Index); }
+    const TZvObjectArrangement& operator[](int Index) const { return Items(Index); }
     // Index of the entry named exactly Name; -1 when none.
     int IndexOf(const std::string& Name) const;
-    void Clear() { Items.clear(); }
+    void Clear() { Entries.clear(); }
 
 private:
-    std::vector<TZvObjectArrangement> Items;
+    std::vector<TZvObjectArrangement> Entries;
 };
 
 using TZvTableEvent = std::function<void(TZvWorkArea& Sender, TZvTable& Table)>;

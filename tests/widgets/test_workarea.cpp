@@ -246,7 +246,9 @@ TEST_F(TZvDiagramTest, AfterClearContentsATableComesBackWhereItWas) {
     ASSERT_EQ(Area->GetArrangements().Count(), 2);
     const int Index = Area->GetArrangements().IndexOf("E");
     ASSERT_GE(Index, 0);
-    const TZvObjectArrangement& Saved = Area->GetArrangements()[Index];
+    const TZvObjectArrangement& Saved = Area->GetArrangements().Items(Index);
+    EXPECT_EQ(&Saved, &Area->GetArrangements()[Index]);
+    EXPECT_THROW(Area->GetArrangements().Items(2), std::out_of_range);
     EXPECT_EQ(Saved.Left, 321);
     EXPECT_EQ(Saved.Top, 123);
     EXPECT_EQ(Saved.Width, 180);
