@@ -1,0 +1,976 @@
+// The work area: object lists, placement, control messages, selection, keyboard, alias editing,
+// hover hints and painting.
+#include "ZvFloatPanel.h"
+
+#include "ZvErrors.h"
+#include "ZvFloatTable.h"
+#include "ZvLinks.h"
+#include "ZvMessages.h"
+#include "ZvProc.h"
+#include "ZvResource.h"
+#include "ZvSelectParser.h"
+#include "ZvTableDefs.h"
+#include "ZvUtils.h"
+#include "ZvWindow.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace zv {
+
+// ---------------------------------------------------------------------------------------------
+// Messages
+
+void ZvSendMessage(QObject* Receiver, QEvent::Type Type, TZvFloatObject* Object) {
+    TZvControlMessage Message(Type, Object);
+    QCoreApplication::sendEvent(Receiver, &Message);
+    if (Message.Error)
+        std::rethrow_exception(Message.Error);
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvFloatObject
+
+void TZvFloatObject::SetSelect(bool Value) {
+    Selected = Value;
+    if (Value)
+        if (auto* Table = dynamic_cast<TZvTable*>(this))
+            WorkArea->TableToFront(Table);
+}
+
+TShiftState TZvFloatObject::ShiftOf(const QMouseEvent& Event) {
+    const Qt::MouseButtons Buttons = Event.buttons() | Event.button();
+    TShiftState Shift = 0;
+    if (Buttons & Qt::LeftButton)
+        Shift |= ssLeft;
+    if (Buttons & Qt::RightButton)
+        Shift |= ssRight;
+    if (Buttons & Qt::MiddleButton)
+        Shift |= ssMiddle;
+    if (Event.modifiers() & Qt::ControlModifier)
+        Shift |= ssCtrl;
+    if (Event.modifiers() & Qt::ShiftModifier)
+        Shift |= ssShift;
+    return Shift;
+}
+
+Qt::MouseButton TZvFloatObject::ButtonOf(const QMouseEvent& Event) {
+    const Qt::MouseButtons Buttons = Event.buttons() | Event.button();
+    if (Buttons & Qt::MiddleButton)
+        return Qt::MiddleButton;
+    if (Buttons & Qt::RightButton)
+        return Qt::RightButton;
+    return Qt::LeftButton;
+}
+
+void TZvFloatObject::MouseDown(QMouseEvent& Event, QPoint Point, TTableHitTest /*Hit*/) {
+    if (OnMouseDown)
+        OnMouseDown(*this, ButtonOf(Event), ShiftOf(Event), Point.x(), Point.y());
+    Event.accept();
+}
+
+void TZvFloatObject::MouseMove(QMouseEvent& Event, QPoint Point, TTableHitTest /*Hit*/) {
+    if (OnMouseMove)
+        OnMouseMove(*this, ShiftOf(Event), Point.x(), Point.y());
+    Event.accept();
+}
+
+void TZvFloatObject::MouseUp(QMouseEvent& Event, QPoint Point, TTableHitTest /*Hit*/) {
+    if (OnMouseUp)
+        OnMouseUp(*this, ButtonOf(Event), ShiftOf(Event), Point.x(), Point.y());
+    Event.accept();
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvEdit, TZvObjectArrangements
+
+TZvEdit::TZvEdit(QWidget* Parent) : QLineEdit(Parent) {
+    setFrame(false);
+    hide();
+}
+
+void TZvEdit::keyReleaseEvent(QKeyEvent* Event) {
+    QLineEdit::keyReleaseEvent(Event);
+    int Key = Event->key();
+    if (Key == Qt::Key_Return || Key == Qt::Key_Enter)
+        Key = 13;
+    else if (Key == Qt::Key_Escape)
+        Key = 27;
+    if (OnKeyUp)
+        OnKeyUp(*this, Key, Event->modifiers());
+}
+
+void TZvEdit::focusOutEvent(QFocusEvent* Event) {
+    QLineEdit::focusOutEvent(Event);
+    if (OnExit)
+        OnExit(*this);
+}
+
+int TZvObjectArrangements::IndexOf(const std::string& Name) const {
+    for (std::size_t I = 0; I < Entries.size(); ++I)
+        if (Entries[I].Name == Name)
+            return static_cast<int>(I);
+    return -1;
+}
+
+// ---------------------------------------------------------------------------------------------
+// TZvWorkArea: construction and helpers
+
+std::function<QPoint()> TZvWorkArea::CursorPosition = [] { return QCursor::pos(); };
+std::function<void(QMenu&, QPoint)> TZvWorkArea::ExecPopupMenu = [](QMenu& Menu, QPoint At) {
+    Menu.exec(At);
+};
+
+QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
+    if (!qobject_cast<TCustomZevrin*>(Owner))
+        throw EZvError(ZvText(TZvRes::WorkAreaInvalidParent).toStdString());
+    return Owner;
+}
+
+TZvWorkArea::TZvWorkArea(QWidget* Owner)
+    : QAbstractScrollArea(CheckedOwner(Owner)), Host(static_cast<TCustomZevrin*>(Owner)),
+      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()) {
+    setObjectName(QStringLiteral("WorkArea"));
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setMouseTracking(true);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    AliasEdit->OnKeyUp = [this](TZvEdit&, int Key, Qt::KeyboardModifiers) {
+        if (Key == 13)
+            Guarded([this] { CommitAliasEdit(); });
+        else if (Key == 27) {
+            AliasTable = nullptr; // leaving without a change
+            AliasEdit->hide();
+        }
+    };
+    AliasEdit->OnExit = [this](TZvEdit&) { Guarded([this] { CommitAliasEdit(); }); };
+    SearchEdit->OnExit = [](TZvEdit& Edit) { Edit.hide(); };
+    UpdateScrollRange();
+}
+
+// Links and joins refer to tables, so they go first.
+TZvWorkArea::~TZvWorkArea() {
+    Links.clear();
+    Joins.clear();
+    Tables.clear();
+}
+
+template <class TAction>
+void TZvWorkArea::Guarded(TAction&& Action) {
+    ZvRunGuarded(this, std::forward<TAction>(Action));
+}
+
+TZvSelectParser* TZvWorkArea::GetParser() const {
+    return Host ? Host->GetParser() : nullptr;
+}
+
+bool TZvWorkArea::SameIdentifier(const std::string& A, const std::string& B) const {
+    TZvSelectParser* Parser = GetParser();
+    if (!Parser || Parser->GetCaseSensitiveIdentifiers())
+        return A == B;
+    return SameText(A, B);
+}
+
+bool TZvWorkArea::GetDragFieldName() const {
+    return Host && Host->GetOptions().testFlag(zvoDragFieldName);
+}
+
+int TZvWorkArea::HorzScrollPos() const {
+    return horizontalScrollBar()->value();
+}
+
+int TZvWorkArea::VertScrollPos() const {
+    return verticalScrollBar()->value();
+}
+
+QPoint TZvWorkArea::ToSurface(QPoint ViewportPoint) const {
+    return ViewportPoint + QPoint(HorzScrollPos(), VertScrollPos());
+}
+
+void TZvWorkArea::InvalidateRect(const QRect& R) {
+    if (!IsUpdating())
+        viewport()->update(ToViewport(R));
+}
+
+void TZvWorkArea::UpdateScrollRange() {
+    const QSize View = viewport()->size();
+    horizontalScrollBar()->setRange(0, std::max(0, SurfaceWidth - View.width()));
+    horizontalScrollBar()->setPageStep(View.width());
+    verticalScrollBar()->setRange(0, std::max(0, SurfaceHeight - View.height()));
+    verticalScrollBar()->setPageStep(View.height());
+}
+
+void TZvWorkArea::resizeEvent(QResizeEvent* Event) {
+    QAbstractScrollArea::resizeEvent(Event);
+    UpdateScrollRange();
+}
+
+void TZvWorkArea::scrollContentsBy(int Dx, int Dy) {
+    if (IsUpdating())
+        return;
+    viewport()->scroll(Dx, Dy);
+}
+
+void TZvWorkArea::EndUpdate() {
+    if (UpdateCount > 0 && --UpdateCount == 0)
+        viewport()->update();
+}
+
+void TZvWorkArea::SetFont(const QFont& Value) {
+    SurfaceFont = Value;
+    if (SetFontHook)
+        SetFontHook(Value);
+    for (const auto& Table : Tables)
+        Table->FontChanged();
+    viewport()->update();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Tables
+
+// The alias is the name itself unless a table on the surface already answers to it. Numbering
+// starts from the name's last dotted part without quotes, so that db.schema.EMP next to EMP
+// becomes EMP1; a dotted name whose last part is already an alias is numbered even though the
+// full name is free, since both would read as the same table.
+std::string TZvWorkArea::GenerateUniqueAlias(const std::string& Name, const std::string& Prefix) const {
+    std::string Base = Name;
+    for (std::size_t Dot = Base.find('.'); Dot != std::string::npos; Dot = Base.find('.')) {
+        if (Dot + 1 == Base.size())
+            Base.erase(Dot);
+        else
+            Base.erase(0, Dot + 1);
+    }
+    TZvSelectParser* Parser = GetParser();
+    if (Parser) {
+        TZvSQLScanner& Scanner = Parser->GetScanner();
+        for (std::size_t I = Base.size(); I-- > 0;)
+            if (Scanner.IsIdentQuote(Base[I]))
+                Base.erase(I, 1);
+    }
+    Base = Trim(Base);
+    if (Base.empty())
+        Base = (Parser && Parser->IsLowerCaseAliases() ? LowerCase(Prefix) : Prefix) + "1";
+
+    const auto Taken = [this](const std::string& Alias) {
+        return std::any_of(Tables.begin(), Tables.end(),
+                           [&](const auto& Table) { return Table->GetAlias() == Alias; });
+    };
+    std::string Result = Name;
+    int Counter = 0;
+    if (Base != Name && !Taken(Name) && Taken(Base))
+        Result = Base;
+    while (Taken(Result))
+        Result = Base + std::to_string(++Counter);
+    return Result;
+}
+
+TZvTable* TZvWorkArea::AddPanel(const std::string& Name, const std::string& Alias,
+                                const TZvDataSet* DataSet) {
+    return AddPanelInternal(Name, Alias, DataSet, true, QPoint());
+}
+
+TZvTable* TZvWorkArea::AddPanelAt(const std::string& Name, const std::string& Alias,
+                                  const TZvDataSet* DataSet, QPoint Point) {
+    return AddPanelInternal(Name, Alias, DataSet, false, Point);
+}
+
+TZvStoredProc* TZvWorkArea::AddProc(const std::string& Name, const std::string& Alias,
+                                    const TZvDataSet* DataSet, const TZvParams* Params) {
+    return AddProcInternal(Name, Alias, DataSet, Params, true, QPoint());
+}
+
+TZvStoredProc* TZvWorkArea::AddProcAt(const std::string& Name, const std::string& Alias,
+                                      const TZvDataSet* DataSet, const TZvParams* Params, QPoint Point) {
+    return AddProcInternal(Name, Alias, DataSet, Params, false, Point);
+}
+
+namespace {
+
+std::string AliasOrName(const std::string& Name, const std::string& Alias) {
+    return Trim(Alias).empty() ? Name : Alias;
+}
+
+} // namespace
+
+TZvTable* TZvWorkArea::AddPanelInternal(const std::string& Name, const std::string& Alias,
+                                        const TZvDataSet* DataSet, bool AutoPlace, QPoint Point) {
+    const std::string Unique = GenerateUniqueAlias(AliasOrName(Name, Alias), "TABLE_");
+    SetSelected(nullptr);
+    auto Table = std::make_unique<TZvTable>(this, DataSet, Name);
+    if (Unique != Name)
+        Table->SetAlias(Unique);
+    return PlaceNewTable(std::move(Table), AutoPlace, Point);
+}
+
+TZvStoredProc* TZvWorkArea::AddProcInternal(const std::string& Name, const std::string& Alias,
+                                            const TZvDataSet* DataSet, const TZvParams* Params,
+                                            bool AutoPlace, QPoint Point) {
+    const std::string Unique = GenerateUniqueAlias(AliasOrName(Name, Alias), "PROC_");
+    SetSelected(nullptr);
+    auto Proc = std::make_unique<TZvStoredProc>(this, DataSet, Params, Name);
+    if (Unique != Name)
+        Proc->SetAlias(Unique);
+    return PlaceNewTable(std::move(Proc), AutoPlace, Point);
+}
+
+// Asks the host, sizes and places the new object, puts it in front and selects it.
+template <class TObject>
+TObject* TZvWorkArea::PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point) {
+    if (Host && !Host->DoAddRemoveTable(*Table, zvaAdd))
+        return nullptr;
+    const int CaptionNeeds = Table->CaptionRect(false).width() + Table->GetCaptionHeight() +
+                             TZvTable::ButtonsWidth + 2 * TZvTable::BorderWidth;
+    if (CaptionNeeds > Table->GetWidth())
+        Table->SetBounds(QRect(Table->GetLeft(), Table->GetTop(), CaptionNeeds, Table->GetHeight()));
+    const int Entry = Arrangements.IndexOf(Table->GetAlias());
+    if (Entry >= 0)
+        Table->SetExpandQuietly(Arrangements[Entry].Expanded);
+    Table->SetBounds(PlacedRect(*Table, AutoPlace, Point));
+    TObject* Result = Table.get();
+    Tables.insert(Tables.begin(), std::move(Table));
+    if (OnAddTable)
+        OnAddTable(*this, *Result);
+    SetSelected(Result);
+    InvalidateRect(Result->GetBoundsRect());
+    return Result;
+}
+
+// Where a new table goes: its remembered place, else (50, 20); then, with automatic placement,
+// pushed right past every table it would overlap, or moved to Point; never above or left of 0.
+QRect TZvWorkArea::PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const {
+    QRect R(Table.GetLeft(), Table.GetTop(), Table.GetWidth(), Table.GetHeight());
+    const int Entry = Arrangements.IndexOf(Table.GetAlias());
+    if (Entry >= 0) {
+        const TZvObjectArrangement& A = Arrangements[Entry];
+        R = QRect(A.Left, A.Top, A.Width, A.Height);
+    } else {
+        R.translate(50, 20);
+    }
+    if (AutoPlace) {
+        // Collisions are tested with the box as it shows (a collapsed table is its caption).
+        const int ShownHeight = Table.GetExpand() ? R.height() : Table.GetCaptionHeight();
+        for (std::size_t I = 0; I < Tables.size();) {
+            const QRect Other = Tables[I]->GetBoundsRect();
+            if (Other.intersects(QRect(R.topLeft(), QSize(R.width(), ShownHeight)))) {
+                R.moveLeft(Other.left() + Other.width() + 10);
+                I = 0;
+            } else {
+                ++I;
+            }
+        }
+    } else {
+        R.moveTopLeft(Point);
+    }
+    R.moveTopLeft(QPoint(std::max(0, R.left()), std::max(0, R.top())));
+    return R;
+}
+
+TZvTable* TZvWorkArea::GetTable(const std::string& Alias) const {
+    const std::string Wanted = Trim(Alias);
+    if (Wanted.empty())
+        return Tables.size() == 1 ? Tables.front().get() : nullptr;
+    for (const auto& Table : Tables)
+        if (Table->GetAlias() == Wanted)
+            return Table.get();
+    return nullptr;
+}
+
+int TZvWorkArea::IndexOfTable(const TZvTable* Table) const {
+    return ZvIndexOfOwned(Tables, Table);
+}
+
+void TZvWorkArea::TableToFront(TZvTable* Table) {
+    const int Index = IndexOfTable(Table);
+    if (Index <= 0)
+        return;
+    std::rotate(Tables.begin(), Tables.begin() + Index, Tables.begin() + Index + 1);
+    InvalidateRect(Table->GetBoundsRect());
+}
+
+void TZvWorkArea::ShowPanel(TZvTable* Table) {
+    if (!Table)
+        return;
+    const QRect Bounds = Table->GetBoundsRect();
+    const QRect Visible(QPoint(HorzScrollPos(), VertScrollPos()), viewport()->size());
+    if (Bounds.left() < Visible.left() || Bounds.right() > Visible.right())
+        horizontalScrollBar()->setValue(Bounds.left());
+    if (Bounds.top() < Visible.top() || Bounds.bottom() > Visible.bottom())
+        verticalScrollBar()->setValue(Bounds.top());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Links
+
+TZvJoin* TZvWorkArea::FindJoin(const TZvTable* Table1, const TZvTable* Table2) const {
+    for (const auto& Join : Joins)
+        if (Join->Connects(Table1, Table2))
+            return Join.get();
+    return nullptr;
+}
+
+TZvLink* TZvWorkArea::FindLink(const TZvTable* Table1, const TZvTable* Table2, const TZvListItem* Item1,
+                               const TZvListItem* Item2) const {
+    for (const auto& Link : Links) {
+        const TZvJoin* Join = Link->GetJoin();
+        if (Join->GetTable1() == Table1 && Join->GetTable2() == Table2 && Link->GetItem1() == Item1 &&
+            Link->GetItem2() == Item2)
+            return Link.get();
+        if (Join->GetTable1() == Table2 && Join->GetTable2() == Table1 && Link->GetItem1() == Item2 &&
+            Link->GetItem2() == Item1)
+            return Link.get();
+    }
+    return nullptr;
+}
+
+int TZvWorkArea::FindLinkByID(const std::string& ID) const {
+    for (std::size_t I = 0; I < Links.size(); ++I)
+        if (Links[I]->GetLinkID() == ID)
+            return static_cast<int>(I);
+    return -1;
+}
+
+TZvLink* TZvWorkArea::AddLink(TZvTable* Table1, TZvTable* Table2, TZvListItem* Item1, TZvListItem* Item2) {
+    if (!Table1 || !Table2 || !Item1 || !Item2)
+        return nullptr;
+    TZvJoin* Join = FindJoin(Table1, Table2);
+    const bool NewJoin = !Join;
+    if (NewJoin)
+        Join = Joins.emplace_back(std::make_unique<TZvJoin>(this, Table1, Table2)).get();
+    auto Link = std::make_unique<TZvLink>(this, Join, Item1, Item2);
+    if (Host && !Host->DoAddRemoveLink(*Link, zvaAdd)) {
+        if (NewJoin)
+            Joins.pop_back();
+        return nullptr;
+    }
+    TZvLink* Result = Links.emplace_back(std::move(Link)).get();
+    RecordModelJoin(*Result);
+    InvalidateRect(Result->GetClipRect());
+    return Result;
+}
+
+namespace {
+
+TZvTableDef* ModelTableOf(TZvSelectParser* Parser, const TZvTable& Table) {
+    return Parser ? Parser->GetTableDefs().FindByAlias(Table.GetAlias()) : nullptr;
+}
+
+} // namespace
+
+void TZvWorkArea::RecordModelJoin(const TZvLink& Link) {
+    TZvTableDef* Model = ModelTableOf(GetParser(), *Link.GetJoin()->GetTable1());
+    if (!Model)
+        return;
+    const std::string& Left = Link.GetItem1()->GetName();
+    const std::string& Target = Link.GetJoin()->GetTable2()->GetAlias();
+    const std::string& Right = Link.GetItem2()->GetName();
+    if (Model->GetJoinDefs().Find(Left, Target, Right))
+        return;
+    TZvJoinDef* Def = Model->GetJoinDefs().Add();
+    Def->SetLeftField(Left);
+    Def->SetTableAlias(Target);
+    Def->SetRightField(Right);
+    Def->SetOperator(Link.GetOperator());
+    Def->SetKind(static_cast<TZvJoinKind>(Link.GetJoin()->JoinType));
+}
+
+// The model table is found by the first table's alias, as the join was recorded (its name would
+// find the wrong table when the same table is on the diagram twice).
+void TZvWorkArea::DropModelJoin(const TZvLink& Link) {
+    TZvTableDef* Model = ModelTableOf(GetParser(), *Link.GetJoin()->GetTable1());
+    if (!Model)
+        return;
+    TZvJoinDefs& Defs = Model->GetJoinDefs();
+    const std::string& Target = Link.GetJoin()->GetTable2()->GetAlias();
+    TZvJoinDef* Def = Defs.Find(Link.GetItem1()->GetName(), Target, Link.GetItem2()->GetName());
+    if (!Def)
+        return;
+    // The constant conditions written into this join go with it.
+    for (int I = Defs.Count() - 1; I >= 0; --I) {
+        TZvJoinDef* Other = Defs.Items(I);
+        if (Other != Def && Other->IsConstCondition() && Defs.SameIdentifier(Other->GetTableAlias(), Target))
+            Defs.Delete(I);
+    }
+    Defs.Remove(Def);
+}
+
+void TZvWorkArea::RemoveLink(TZvLink* Link, int Index, bool Redraw) {
+    if (Index < 0 || Index >= LinkCount() || Links[static_cast<std::size_t>(Index)].get() != Link)
+        return;
+    if (Selected == Link) {
+        Link->SetSelect(false);
+        Selected = nullptr;
+    }
+    ForgetObject(Link);
+    if (Redraw)
+        InvalidateRect(Link->GetClipRect());
+    DropModelJoin(*Link);
+    std::unique_ptr<TZvLink> Owned = std::move(Links[static_cast<std::size_t>(Index)]);
+    Links.erase(Links.begin() + Index);
+    if (OnRemoveLink)
+        OnRemoveLink(*this, *Owned);
+    TZvJoin* Join = Owned->GetJoin();
+    TZvListItem* Item1 = Owned->GetItem1();
+    TZvListItem* Item2 = Owned->GetItem2();
+    Owned.reset();
+    if (std::none_of(Links.begin(), Links.end(), [&](const auto& Other) { return Other->GetJoin() == Join; }))
+        std::erase_if(Joins, [&](const auto& Candidate) { return Candidate.get() == Join; });
+    if (Redraw) {
+        for (TZvListItem* Item : {Item1, Item2}) {
+            Item->SetSelect(false);
+            InvalidateRect(Item->GetBoundsRect());
+        }
+    }
+}
+
+void TZvWorkArea::SelectLink(TZvLink* Link) {
+    SetSelected(Link);
+    if (OnSelectLink && Link)
+        OnSelectLink(*this, Link->GetItem1(), Link->GetItem2(), true);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Messages
+
+bool TZvWorkArea::event(QEvent* Event) {
+    const int Type = Event->type();
+    if (Type >= CMMoveControl && Type <= CMDeleteLink) {
+        auto* Message = static_cast<TZvControlMessage*>(Event);
+        try {
+            DispatchMessage(*Message);
+        } catch (...) {
+            Message->Error = std::current_exception();
+        }
+        return true;
+    }
+    return QAbstractScrollArea::event(Event);
+}
+
+void TZvWorkArea::DispatchMessage(TZvControlMessage& Message) {
+    switch (static_cast<int>(Message.type())) {
+    case CMMoveControl:
+    case CMResizeControl:
+        MoveControl(Message.Object);
+        break;
+    case CMCloseTable:
+        CloseTable(dynamic_cast<TZvTable*>(Message.Object));
+        break;
+    case CMUnlinkTable:
+        UnlinkTable(dynamic_cast<TZvTable*>(Message.Object));
+        break;
+    case CMDeleteLink:
+        DeleteLink(dynamic_cast<TZvLink*>(Message.Object));
+        break;
+    default:
+        break;
+    }
+}
+
+void TZvWorkArea::InvalidateObjectArea(const TZvFloatObject* Object) {
+    const auto* Table = dynamic_cast<const TZvTable*>(Object);
+    if (!Table)
+        return;
+    InvalidateRect(Table->GetBoundsRect());
+    for (const auto& Link : Links)
+        if (Link->GetJoin()->GetTable1() == Table || Link->GetJoin()->GetTable2() == Table)
+            InvalidateRect(Link->GetClipRect());
+}
+
+void TZvWorkArea::MoveControl(TZvFloatObject* Object) {
+    InvalidateObjectArea(Object);
+    UpdateScrollRange();
+}
+
+void TZvWorkArea::CloseTable(TZvTable* Table) {
+    if (IndexOfTable(Table) < 0)
+        return;
+    if (Host && !Host->DoAddRemoveTable(*Table, zvaRemove))
+        return;
+    // Each checked field leaves the model as if unchecked, so that the twins of its output alias
+    // in other tables get their plain names back before the table itself goes.
+    Table->UncheckAllQuietly();
+    UnlinkTable(Table);
+    InvalidateObjectArea(Table);
+    std::unique_ptr<TZvTable> Owned = TakeTable(Table);
+    if (OnRemoveTable)
+        OnRemoveTable(*this, *Owned);
+}
+
+void TZvWorkArea::UnlinkTable(TZvTable* Table) {
+    for (int I = 0; I < LinkCount();) {
+        TZvLink* Link = LinkAt(I);
+        if (Link->GetJoin()->GetTable1() == Table || Link->GetJoin()->GetTable2() == Table)
+            RemoveLink(Link, I, true);
+        else
+            ++I;
+    }
+}
+
+void TZvWorkArea::DeleteLink(TZvLink* Link) {
+    const int Index = ZvIndexOfOwned(Links, Link);
+    if (Index < 0)
+        return;
+    if (Host && !Host->DoAddRemoveLink(*Link, zvaRemove))
+        return;
+    RemoveLink(Link, Index, true);
+}
+
+std::unique_ptr<TZvTable> TZvWorkArea::TakeTable(TZvTable* Table) {
+    ForgetObject(Table);
+    const int Index = IndexOfTable(Table);
+    std::unique_ptr<TZvTable> Owned = std::move(Tables[static_cast<std::size_t>(Index)]);
+    Tables.erase(Tables.begin() + Index);
+    return Owned;
+}
+
+// Drops every reference the surface keeps to an object that is about to go.
+void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
+    if (Selected == Object)
+        Selected = nullptr;
+    if (HitObject == Object) {
+        HitObject = nullptr;
+        LastHit = htTOutSide;
+    }
+    if (HoverObject == Object) {
+        HoverObject = nullptr;
+        HoverTimer.stop();
+    }
+    if (AliasTable == Object) {
+        AliasTable = nullptr;
+        AliasEdit->hide();
+    }
+}
+
+void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
+    TZvObjectArrangement& Entry = Arrangements.Add();
+    Entry.Name = Table.GetAlias();
+    Entry.Left = Table.GetLeft();
+    Entry.Top = Table.GetTop();
+    Entry.Width = Table.GetWidth();
+    Entry.Height = Table.GetHeight();
+    Entry.Expanded = Table.GetExpand();
+}
+
+void TZvWorkArea::ClearContents() {
+    HideEdits();
+    Selected = nullptr;
+    HitObject = nullptr;
+    HoverObject = nullptr;
+    HoverTimer.stop();
+    Links.clear();
+    Joins.clear();
+    Arrangements.Clear();
+    while (!Tables.empty()) {
+        RememberArrangement(*Tables.front());
+        Tables.erase(Tables.begin());
+    }
+    viewport()->update();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Selection and keyboard
+
+void TZvWorkArea::SetSelected(TZvFloatObject* Object) {
+    if (Selected == Object)
+        return;
+    TZvFloatObject* Old = Selected;
+    Selected = Object;
+    if (Old)
+        Old->SetSelect(false);
+    if (Object)
+        Object->SetSelect(true);
+}
+
+void TZvWorkArea::ClearSelection() {
+    SetSelected(nullptr);
+    HideEdits();
+}
+
+void TZvWorkArea::HideEdits() {
+    AliasTable = nullptr;
+    AliasEdit->hide();
+    SearchEdit->hide();
+}
+
+void TZvWorkArea::HideHint() {
+    HintTimer.stop();
+    if (HintShown)
+        QToolTip::hideText();
+    HintShown = false;
+}
+
+// Tab selects the table painted lowest, which then comes to the front, so that repeated Tabs
+// visit every table; Shift+Tab the one behind the selected table.
+void TZvWorkArea::SelectNextTable(bool Backward) {
+    if (Tables.empty())
+        return;
+    int Index = TableCount() - 1;
+    if (Backward)
+        Index = IndexOfTable(dynamic_cast<TZvTable*>(Selected)) + 1;
+    Index = std::clamp(Index, 0, TableCount() - 1);
+    SetSelected(TableAt(Index));
+}
+
+void TZvWorkArea::DeleteSelection() {
+    TZvFloatObject* Object = Selected;
+    Selected = nullptr;
+    if (auto* Table = dynamic_cast<TZvTable*>(Object))
+        Table->Close();
+    else if (auto* Link = dynamic_cast<TZvLink*>(Object))
+        Link->Remove();
+}
+
+bool TZvWorkArea::focusNextPrevChild(bool /*Next*/) {
+    // Tab and Shift+Tab move the selection between tables rather than the focus.
+    return false;
+}
+
+void TZvWorkArea::keyPressEvent(QKeyEvent* Event) {
+    HideHint();
+    Guarded([&] {
+        switch (Event->key()) {
+        case Qt::Key_Tab:
+            SelectNextTable(Event->modifiers().testFlag(Qt::ShiftModifier));
+            break;
+        case Qt::Key_Backtab:
+            SelectNextTable(true);
+            break;
+        case Qt::Key_Delete:
+            DeleteSelection();
+            break;
+        default:
+            if (Selected) {
+                int Key = Event->key();
+                Selected->KeyDown(Key, Event->modifiers());
+            }
+            break;
+        }
+    });
+    Event->accept();
+}
+
+void TZvWorkArea::keyReleaseEvent(QKeyEvent* Event) {
+    if (Selected) {
+        int Key = Event->key();
+        Guarded([&] { Selected->KeyUp(Key, Event->modifiers()); });
+    }
+    Event->accept();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Alias editing
+
+void TZvWorkArea::EditAlias(TZvTable& Table) {
+    SetSelected(&Table);
+    AliasTable = &Table;
+    const QRect Caption = ToViewport(Table.GetCaptionRect()).translated(0, 1);
+    AliasEdit->setGeometry(Caption);
+    AliasEdit->setFont(SurfaceFont);
+    AliasEdit->setText(QString::fromStdString(Table.GetAlias()));
+    AliasEdit->show();
+    AliasEdit->setFocus();
+}
+
+void TZvWorkArea::CommitAliasEdit() {
+    TZvTable* Table = AliasTable;
+    if (!Table)
+        return;
+    AliasTable = nullptr; // before hiding, which takes the focus and would end the edit again
+    AliasEdit->hide();
+    std::string NewAlias = AliasEdit->text().toStdString();
+    for (const auto& Other : Tables)
+        if (Other.get() != Table && Other->GetAlias() == NewAlias)
+            throw EZvError((ZvText(TZvRes::AliasExistsPrefix) + QLatin1Char(' ') +
+                            QString::fromStdString(NewAlias) + QLatin1Char(' ') +
+                            ZvText(TZvRes::AliasExistsSuffix))
+                               .toStdString());
+    if (NewAlias == Table->GetName())
+        NewAlias.clear();
+    std::erase(NewAlias, '.');
+    const std::string OldAlias = Table->GetAlias();
+    Table->SetAlias(NewAlias);
+    InvalidateRect(Table->GetBoundsRect());
+    if (OnChangeAlias)
+        OnChangeAlias(*Table, OldAlias);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Mouse, hints, cursors
+
+TZvFloatObject* TZvWorkArea::ObjectAt(QPoint Point, TTableHitTest& Hit) const {
+    for (const auto& Table : Tables) {
+        Hit = Table->HitTest(Point);
+        if (Hit != htTOutSide)
+            return Table.get();
+    }
+    for (auto It = Links.rbegin(); It != Links.rend(); ++It) {
+        Hit = (*It)->HitTest(Point);
+        if (Hit != htTOutSide)
+            return It->get();
+    }
+    Hit = htTOutSide;
+    return nullptr;
+}
+
+Qt::CursorShape TZvWorkArea::CursorForHit(TTableHitTest Hit) {
+    switch (Hit) {
+    case htTLeft:
+    case htTRight:
+        return Qt::SizeHorCursor;
+    case htTTop:
+    case htTBottom:
+        return Qt::SizeVerCursor;
+    case htTLeftTop:
+    case htTRightBottom:
+        return Qt::SizeFDiagCursor;
+    case htTLeftBottom:
+    case htTRightTop:
+        return Qt::SizeBDiagCursor;
+    case htTEndLine:
+        return Qt::UpArrowCursor;
+    case htTPoint:
+        return Qt::SizeAllCursor;
+    default:
+        return Qt::ArrowCursor;
+    }
+}
+
+bool TZvWorkArea::viewportEvent(QEvent* Event) {
+    if (Event->type() == QEvent::Leave && HitObject) {
+        HitObject->LeaveHit();
+        HitObject = nullptr;
+        LastHit = htTOutSide;
+    }
+    return QAbstractScrollArea::viewportEvent(Event);
+}
+
+void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
+    HideHint();
+    setFocus();
+    TTableHitTest Hit = htTOutSide;
+    TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
+    Guarded([&] {
+        if (Event->button() == Qt::LeftButton)
+            SetSelected(Object);
+        if (Object)
+            Object->MouseDown(*Event, ToSurface(Event->position().toPoint()), Hit);
+    });
+    Event->accept();
+}
+
+// Hands a mouse event to the object under the pointer, in work-area coordinates. The object may
+// free itself there (its close button): nothing touches it afterwards.
+void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler) {
+    TTableHitTest Hit = htTOutSide;
+    TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
+    if (Object)
+        Guarded([&] { (Object->*Handler)(*Event, ToSurface(Event->position().toPoint()), Hit); });
+    Event->accept();
+}
+
+void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
+    if (Event->button() == Qt::RightButton)
+        ShowObjectMenu(Event);
+    else
+        RouteToObject(Event, &TZvFloatObject::MouseUp);
+}
+
+// The menu of the object under the pointer, built afresh each time; nothing when the object adds
+// no entries there.
+void TZvWorkArea::ShowObjectMenu(QMouseEvent* Event) {
+    Event->accept();
+    TTableHitTest Hit = htTOutSide;
+    const QPoint Point = Event->position().toPoint();
+    TZvFloatObject* Object = ObjectAt(Point, Hit);
+    if (!Object)
+        return;
+    QMenu Menu(this);
+    Object->PopupMenu(Menu, ToSurface(Point), Hit);
+    if (!Menu.isEmpty())
+        Guarded([&] { ExecPopupMenu(Menu, viewport()->mapToGlobal(Point)); });
+}
+
+void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {
+    RouteToObject(Event, &TZvFloatObject::DblClick);
+}
+
+void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
+    TTableHitTest Hit = htTOutSide;
+    TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
+    if (HitObject && HitObject != Object)
+        HitObject->LeaveHit();
+    HitObject = Object;
+    LastHit = Hit;
+    viewport()->setCursor(CursorForHit(Hit));
+    if (Object) {
+        Guarded([&] { Object->MouseMove(*Event, ToSurface(Event->position().toPoint()), Hit); });
+        StartHover(Object);
+    }
+    Event->accept();
+}
+
+void TZvWorkArea::StartHover(TZvFloatObject* Object) {
+    if (HoverObject == Object && (HoverTimer.isActive() || HintShown))
+        return;
+    HideHint();
+    HoverObject = Object;
+    HoverTimer.start(500, this);
+}
+
+void TZvWorkArea::timerEvent(QTimerEvent* Event) {
+    if (Event->timerId() == HoverTimer.timerId()) {
+        const QPoint Global = CursorPosition();
+        TTableHitTest Hit = htTOutSide;
+        if (!HoverObject || ObjectAt(viewport()->mapFromGlobal(Global), Hit) != HoverObject)
+            return;
+        const QString Hint = HoverObject->GetHint();
+        if (Hint.isEmpty())
+            return;
+        HoverTimer.stop();
+        HintText = Hint;
+        HintShown = true;
+        QToolTip::showText(Global, Hint, viewport());
+        HintTimer.start(2000, this);
+    } else if (Event->timerId() == HintTimer.timerId()) {
+        HideHint();
+    } else {
+        QAbstractScrollArea::timerEvent(Event);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Table callbacks
+
+void TZvWorkArea::HandleCheckItem(TZvTable& Table, TZvListItem& Item) {
+    if (OnCheckField)
+        OnCheckField(Table, Item);
+}
+
+void TZvWorkArea::DoEnterParameter(TZvTable& Table, TZvListItem& Item) {
+    if (OnEnterParameter)
+        OnEnterParameter(Table, Item);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Painting
+
+// Links first and then the tables from the back to the front, so that the topmost table (index 0)
+// is painted last and every table covers the links that pass behind it.
+void TZvWorkArea::paintEvent(QPaintEvent* /*Event*/) {
+    if (IsUpdating())
+        return;
+    QPainter Painter(viewport());
+    Painter.fillRect(viewport()->rect(), ZvColorToQColor(Host->GetPalette()->GetWorkSpace()));
+    for (const auto& Link : Links)
+        Link->Paint(Painter);
+    for (auto It = Tables.rbegin(); It != Tables.rend(); ++It)
+        (*It)->Paint(Painter);
+}
+
+} // namespace zv

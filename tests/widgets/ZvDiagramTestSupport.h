@@ -1,0 +1,57 @@
+// Shared pieces of the diagram tests: a shown component on the offscreen platform, data sets
+// made from field lists, and the points of a table's parts in viewport coordinates, so that tests
+// can click where a user would.
+#pragma once
+
+#include "ZvSelectParser.h"
+#include "ZvTableDefs.h"
+#include "ZvWindow.h"
+
+#include <QPoint>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zv::test {
+
+// A data set of string fields with these names.
+TZvDataSet FieldsDataSet(std::initializer_list<const char*> Names);
+
+// The centre of a work-area rectangle, in the work area's viewport coordinates.
+QPoint ViewportCenter(const TZvWorkArea& Area, const QRect& SurfaceRect);
+// Where a user clicks: the caption text, the caption check box, caption button I (0..2), and the
+// check square of row I.
+QPoint CaptionPoint(const TZvTable& Table);
+QPoint CheckBoxPoint(const TZvTable& Table);
+QPoint ButtonPoint(const TZvTable& Table, int Index);
+QPoint RowCheckPoint(const TZvTable& Table, int Row);
+
+// The aliases of the model's tables, in model order.
+std::vector<std::string> ModelAliases(TZvSelectParser& Parser);
+// The names of a model table's output fields, in order; empty when the table is absent.
+std::vector<std::string> ModelFields(TZvSelectParser& Parser, const std::string& Alias);
+// The aliases of the diagram's tables, front to back.
+std::vector<std::string> DiagramAliases(const TZvWorkArea& Area);
+
+// A generic component, 800 x 600, shown on the offscreen screen, with its work area.
+class TZvDiagramTest : public ::testing::Test {
+protected:
+    TZvDiagramTest();
+    ~TZvDiagramTest() override;
+
+    TZvTable* Add(const std::string& Name, const std::string& Alias = "");
+
+    std::function<void(QMenu&, QPoint)> SavedExecPopupMenu;
+    std::unique_ptr<TSQLZevrin> Host;
+    TZvWorkArea* Area;
+    TZvSelectParser* Parser;
+    TZvDataSet EmpFields;
+    TZvDataSet DeptFields;
+};
+
+} // namespace zv::test
