@@ -74,10 +74,29 @@ void TZvSelectParser::DoParseTableDefs() {
         Tables.UpdateJoinsWithConsts();
 }
 
+// A table named in quotes of any kind is one name: a dot in it stays inside identifier quotes,
+// as the scanner keeps a dotted name it read in identifier quotes, and does not divide the name
+// into qualifier and table when it is written ('a.b', "a. b" and '.' name one table each).
+std::string TZvSelectParser::QuotedTableName() {
+    TZvSQLScanner& S = GetScanner();
+    std::string Name = TokenName();
+    const char Open = S.GetIdentQuote();
+    const char Close = S.GetQuotePair(Open);
+    const bool Enclosed = Name.size() > 1 && Name.front() == Open && Name.back() == Close;
+    if (!S.InQuote || !S.GetQuoteIdentifiers() || Name.find('.') == std::string::npos || Enclosed)
+        return Name;
+    return QuoteString(Name, Open, Close);
+}
+
 void TZvSelectParser::DoParseTableDef() {
     TZvTableDef Scratch;
     Scratch.SetParser(this);
-    Scratch.SetName(TokenName());
+    // An empty quoted name ("" or '') names no table, and an empty name is written as no text.
+    if (GetScanner().Token.empty()) {
+        Fail();
+        return;
+    }
+    Scratch.SetName(QuotedTableName());
     NextToken();
     // owner.table and longer qualified names are one name.
     std::string Name = Scratch.GetName();
@@ -110,6 +129,10 @@ void TZvSelectParser::DoParseTableDef() {
     if (TokenIs("AS"))
         NextToken();
     if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
+        if (GetScanner().Token.empty()) {
+            Fail();
+            return;
+        }
         Scratch.SetAlias(TokenAlias());
         NextToken();
     }
