@@ -213,8 +213,9 @@ protected:
     std::string CompleteEndQuote(std::string Source, std::size_t End);
     // One part of a dotted table reference as a table's name: quoted parts unquoted.
     std::string BarePart(std::string_view Part);
-    // The current token as the name of a table of the FROM list.
+    // The current token as (one part of) the name of a table of the FROM list.
     std::string QuotedTableName();
+    std::string QuotedPart(std::string Name);
     // A name token as the model keeps a name: quoted content with doubled quotes made single.
     std::string TokenName();
     // A name token as the model keeps an alias or table reference: as written when it needs its

@@ -189,7 +189,9 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
         NextToken();
         if (!TokenHas(tkIdent))
             return false;
-        return Literal(TokenName(), fkParameter);
+        // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
+        // written after the colon as it stands.
+        return Literal(TokenAlias(), fkParameter);
     }
     if (TokenIs("*"))
         return Literal("*", fkIdentifier);

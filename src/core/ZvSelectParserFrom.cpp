@@ -74,18 +74,9 @@ void TZvSelectParser::DoParseTableDefs() {
         Tables.UpdateJoinsWithConsts();
 }
 
-// A table named in quotes of any kind is one name: a dot in it stays inside identifier quotes,
-// as the scanner keeps a dotted name it read in identifier quotes, and does not divide the name
-// into qualifier and table when it is written ('a.b', "a. b" and '.' name one table each).
+// A part of a table's name read in quotes of any kind is one part: see QuotedPart.
 std::string TZvSelectParser::QuotedTableName() {
-    TZvSQLScanner& S = GetScanner();
-    std::string Name = TokenName();
-    const char Open = S.GetIdentQuote();
-    const char Close = S.GetQuotePair(Open);
-    const bool Enclosed = Name.size() > 1 && Name.front() == Open && Name.back() == Close;
-    if (!S.InQuote || !S.GetQuoteIdentifiers() || Name.find('.') == std::string::npos || Enclosed)
-        return Name;
-    return QuoteString(Name, Open, Close);
+    return GetScanner().InQuote ? QuotedPart(TokenName()) : TokenName();
 }
 
 void TZvSelectParser::DoParseTableDef() {
@@ -106,7 +97,7 @@ void TZvSelectParser::DoParseTableDef() {
             Fail();
             return;
         }
-        Name += "." + TokenName();
+        Name += "." + QuotedTableName();
         NextToken();
     }
     Scratch.SetName(Name);

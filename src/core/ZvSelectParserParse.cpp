@@ -4,6 +4,7 @@
 // conditions in ZvSelectParserExpr.cpp.
 #include "ZvSelectParser.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "ZvCriteria.h"
@@ -99,7 +100,22 @@ std::string TZvSelectParser::BareReference(const std::string& Reference) {
 std::string TZvSelectParser::BarePart(std::string_view Part) {
     TZvSQLScanner& S = GetScanner();
     const std::string Unquoted = S.TZvSQLScanner::ProcessIdent(Part);
-    return Unquoted.size() != Part.size() ? Unquoted : S.ProcessIdent(Part);
+    return Unquoted.size() != Part.size() ? QuotedPart(Unquoted) : S.ProcessIdent(Part);
+}
+
+// A table's name is its parts joined by dots, and written it is split again at every dot outside
+// identifier quotes. A part that holds a dot or an identifier quote of its own (a name read in
+// quotes: 'a.b', "a""b") therefore stays in quotes in the model, so that only the dots between
+// the parts divide the name ("a.b".c is two parts, "a""b".c too).
+std::string TZvSelectParser::QuotedPart(std::string Name) {
+    TZvSQLScanner& S = GetScanner();
+    const char Open = S.GetIdentQuote();
+    const char Close = S.GetQuotePair(Open);
+    const bool Enclosed = Name.size() > 1 && Name.front() == Open && Name.back() == Close;
+    const bool Divides = std::any_of(Name.begin(), Name.end(), [&S](char C) { return C == '.' || S.IsIdentQuote(C); });
+    if (!S.GetQuoteIdentifiers() || Enclosed || !Divides)
+        return Name;
+    return QuoteString(Name, Open, Close);
 }
 
 void TZvSelectParser::Fail(std::int32_t Type) {
