@@ -35,6 +35,7 @@ build_dir=${FUZZ_BUILD_DIR:-build-fuzz}
 fuzz_dir=${FUZZ_DIR:-$build_dir/fuzz-work}
 # Runs per dialect in the CI run: about ten seconds each on this machine's two cores when quiet.
 ci_runs=${FUZZ_CI_RUNS:-2000}
+# FUZZ_CI_SEED picks another fixed seed for the CI runs (default 2).
 jobs=$(nproc)
 
 bash scripts/install-deps.sh
@@ -66,7 +67,7 @@ if [ $ci -eq 1 ]; then
     stage fuzz-replay 300 "$target" -runs=0 "${limits[@]}" "$fuzz_dir/prep/seed" fuzz/regressions
     for name in $("$build_dir/fuzz/zevrin_fuzz_prep" --dialects); do
         mkdir -p "$fuzz_dir/ci-$name"
-        stage "fuzz-$name" 120 env ZEVRIN_FUZZ_DIALECT="$name" "$target" -seed=1 -runs="$ci_runs" \
+        stage "fuzz-$name" 120 env ZEVRIN_FUZZ_DIALECT="$name" "$target" -seed="${FUZZ_CI_SEED:-2}" -runs="$ci_runs" \
             -dict="$fuzz_dir/prep/dict/$name.dict" "${limits[@]}" -print_final_stats=1 \
             "$fuzz_dir/ci-$name" "$fuzz_dir/prep/seed/$name"
     done
