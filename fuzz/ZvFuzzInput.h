@@ -35,14 +35,19 @@ struct TFuzzCase {
     std::string_view Text;
 };
 
-inline TFuzzCase DecodeFuzzInput(const std::uint8_t* Data, std::size_t Size) {
+// Pinned, when not negative, is the index of the one dialect every input goes to whatever its
+// byte 0 says, for a run that spends all its time on one dialect.
+inline TFuzzCase DecodeFuzzInput(const std::uint8_t* Data, std::size_t Size, int Pinned = -1) {
     static const std::vector<std::string> Dialects = DialectNames();
     TFuzzCase Case;
     Case.Options.Command = "format";
+    if (Pinned >= 0)
+        Case.Options.Dialect = Dialects[static_cast<std::size_t>(Pinned) % Dialects.size()];
     if (Size < 2)
         return Case;
     const std::uint8_t Bits = Data[1];
-    Case.Options.Dialect = Dialects[Data[0] % Dialects.size()];
+    if (Pinned < 0)
+        Case.Options.Dialect = Dialects[Data[0] % Dialects.size()];
     Case.Options.Keywords = kCaseModes[Bits & fbKeywordsMask];
     Case.Options.Functions = kCaseModes[(Bits >> fbFunctionsShift) & 0x03];
     Case.Options.AlwaysBracket = (Bits & fbNoAlwaysBracket) == 0;
@@ -50,6 +55,16 @@ inline TFuzzCase DecodeFuzzInput(const std::uint8_t* Data, std::size_t Size) {
     Case.ErrorHandler = (Bits & fbErrorHandler) != 0;
     Case.Text = std::string_view(reinterpret_cast<const char*>(Data) + 2, Size - 2);
     return Case;
+}
+
+// The index of the dialect named Name, or -1 when no dialect has that name.
+inline int DialectIndex(const std::string& Name) {
+    const std::vector<std::string> Dialects = DialectNames();
+    for (std::size_t I = 0; I < Dialects.size(); ++I) {
+        if (Dialects[I] == Name)
+            return static_cast<int>(I);
+    }
+    return -1;
 }
 
 inline std::string EncodeFuzzInput(std::size_t DialectIndex, std::uint8_t Bits, std::string_view Text) {

@@ -3,6 +3,7 @@
 // least 1 and a position of at least 0, whichever way errors are reported; an accepted one must
 // generate text that reads back in the same dialect and options and generates exactly the same
 // text again. Anything else aborts, which libFuzzer reports with the input that caused it.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 #include "ZvCli.h"
 #include "ZvFuzzInput.h"
 #include "ZvParser.h"
+#include "ZvUtils.h"
 
 namespace {
 
@@ -80,10 +82,60 @@ bool Read(zv::TZvSelectParser& Parser, bool ErrorHandler, const std::string& Tex
     return Parser.GetValid();
 }
 
+// True when a quoted text of the statement is one that the naming rules cannot always write so
+// that it reads back as it was read. Each class is pinned in test_robustness:
+// - it holds an identifier quote or a dot of its own. A name between identifier quotes of its
+//   own is taken for one quoted already and loses them; a closing bracket inside a bracketed name
+//   stays single and ends it; quoted with a dot and a blank, or with its first dot last, it is no
+//   name to the scanner where the identifier quote is no string quote; and as part of a dotted
+//   name it stays quoted, which makes the whole name count as quoted in parts, so that its other
+//   parts are written as they stand even where they need quotes.
+// - it is spelled like a Boolean literal: only keywords and functions are quoted, so the name is
+//   written bare and reads back as the literal.
+// - it is a star, blanks aside: a star is never quoted.
+// Besides, in MS SQL a word beginning with "@" that the dialect lists as a function (@@IDLE) is
+// written bare, as the server reads such names; named as a table, it does not read back.
+bool HoldsUnwritableName(const zv::TZvCliOptions& Options, const std::string& Text) {
+    std::unique_ptr<zv::TZvSelectParser> Parser = zv::CreateCliParser(Options);
+    zv::TZvSQLScanner& S = Parser->GetScanner();
+    const auto QuoteOrDot = [&S](char C) { return C == '.' || S.IsIdentQuote(C); };
+    try {
+        S.SetExpression(Text);
+        for (; !S.TokenKinds.Contains(zv::tkEnd); S.GetNextToken()) {
+            if (!S.InQuote) {
+                if (S.Token.starts_with('@') && S.TokenKinds.Contains(zv::tkFunction))
+                    return true;
+                continue;
+            }
+            const std::string Content = S.QuotedContent();
+            if (std::any_of(Content.begin(), Content.end(), QuoteOrDot) || S.IsBoolean(Content) ||
+                zv::Trim(Content) == "*")
+                return true;
+        }
+    } catch (const zv::EZvParserError&) {
+        // Text after the end of the statement (";") is not read by the parser either.
+    }
+    return false;
+}
+
+// The dialect of a run pinned to one dialect (ZEVRIN_FUZZ_DIALECT), else -1.
+int PinnedDialect = -1;
+
 } // namespace
 
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    if (const char* Name = std::getenv("ZEVRIN_FUZZ_DIALECT"); Name != nullptr && *Name != '\0') {
+        PinnedDialect = zv::fuzz::DialectIndex(Name);
+        if (PinnedDialect < 0) {
+            std::fprintf(stderr, "zevrin_fuzz: unknown dialect '%s' in ZEVRIN_FUZZ_DIALECT\n", Name);
+            std::exit(2);
+        }
+    }
+    return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
-    const zv::fuzz::TFuzzCase Case = zv::fuzz::DecodeFuzzInput(Data, Size);
+    const zv::fuzz::TFuzzCase Case = zv::fuzz::DecodeFuzzInput(Data, Size, PinnedDialect);
     const std::string Text(Case.Text);
 
     std::unique_ptr<zv::TZvSelectParser> First = zv::CreateCliParser(Case.Options);
@@ -125,10 +177,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
     try {
         Second->SetExpression(Generated);
     } catch (const zv::EZvParserError& E) {
-        Fail("generated text does not read back", Text, Generated + "\n--- error\n" + E.what());
+        if (!HoldsUnwritableName(Case.Options, Text))
+            Fail("generated text does not read back", Text, Generated + "\n--- error\n" + E.what());
+        return 0;
     }
     const std::string Again = Second->GetExpression();
-    if (Again != Generated)
+    if (Again != Generated && !HoldsUnwritableName(Case.Options, Text))
         Fail("generated text is not a fixpoint", Generated, Again);
     return 0;
 }

@@ -4,7 +4,8 @@
 // golden statements in the fuzz input layout.
 //
 // usage: zevrin_fuzz_prep OUT_DIR GOLDEN_DIR
-//   OUT_DIR/dict/<dialect>.dict, OUT_DIR/all.dict, OUT_DIR/seed/<dialect>-<file>-<options>
+//   OUT_DIR/dict/<dialect>.dict, OUT_DIR/all.dict, OUT_DIR/seed/<dialect>/<file>-<options>
+// zevrin_fuzz_prep --dialects prints the dialects' names, one a line.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -98,6 +99,11 @@ std::string ReadFile(const fs::path& Path) {
 } // namespace
 
 int main(int Argc, char** Argv) {
+    if (Argc == 2 && std::string(Argv[1]) == "--dialects") {
+        for (const std::string& Dialect : zv::DialectNames())
+            std::cout << Dialect << "\n";
+        return 0;
+    }
     if (Argc != 3) {
         std::cerr << "usage: zevrin_fuzz_prep OUT_DIR GOLDEN_DIR\n";
         return 2;
@@ -106,7 +112,8 @@ int main(int Argc, char** Argv) {
     const fs::path Golden(Argv[2]);
     const std::vector<std::string> Dialects = zv::DialectNames();
     fs::create_directories(Out / "dict");
-    fs::create_directories(Out / "seed");
+    for (const std::string& Dialect : Dialects)
+        fs::create_directories(Out / "seed" / Dialect);
 
     std::set<std::string> All;
     for (const std::string& Dialect : Dialects) {
@@ -135,17 +142,17 @@ int main(int Argc, char** Argv) {
         const std::string Raw = ReadFile(Entry.path());
         const std::string Normal = zv::NormalizeInputText(Raw);
         for (std::size_t D = 0; D < Dialects.size(); ++D) {
-            const std::string Stem = Dialects[D] + "-" + Home + "_" + Entry.path().stem().string();
+            const fs::path Stem = Out / "seed" / Dialects[D] / (Home + "_" + Entry.path().stem().string());
             if (Dialects[D] != Home) {
-                WriteFile(Out / "seed" / (Stem + "-0"), EncodeFuzzInput(D, 0, Normal));
+                WriteFile(Stem.string() + "-0", EncodeFuzzInput(D, 0, Normal));
                 ++Seeds;
                 continue;
             }
             for (const std::uint8_t Bits : OwnOptions) {
-                WriteFile(Out / "seed" / (Stem + "-" + std::to_string(Bits)), EncodeFuzzInput(D, Bits, Normal));
+                WriteFile(Stem.string() + "-" + std::to_string(Bits), EncodeFuzzInput(D, Bits, Normal));
                 ++Seeds;
             }
-            WriteFile(Out / "seed" / (Stem + "-raw"), EncodeFuzzInput(D, 0, Raw));
+            WriteFile(Stem.string() + "-raw", EncodeFuzzInput(D, 0, Raw));
             ++Seeds;
         }
     }

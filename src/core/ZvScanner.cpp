@@ -425,6 +425,7 @@ TTokenKinds TZvSQLScanner::GetTokenKindPlus() {
 // asymmetry is intended and callers rely on it.
 void TZvSQLScanner::Init() {
     TZvScanner::Init();
+    EndClosedQuote = false;
     if (TokenKinds.Contains(tkEol)) {
         Line = 2;
         Column = 1;
@@ -669,6 +670,10 @@ bool TZvSQLScanner::ReadQuote(char C) {
                          (Position == Length || IsTerminator(C, Token, Next, QuoteChar));
     if (InQuote && !Closing)
         return false;
+    // The end of the text closes a quoted text even where the quote would be the first of a
+    // doubled pair; the reader then completes the pair when it writes the text out again.
+    if (Closing && Position == Length && !IsTerminator(C, Token, Next, QuoteChar))
+        EndClosedQuote = true;
 
     if (Token.empty() && !EmptyQuote) {
         if (InQuote) {
@@ -678,7 +683,10 @@ bool TZvSQLScanner::ReadQuote(char C) {
             InQuote = true;
             QuoteChar = C;
             const char AfterNext = Position + 1 < Length ? CharAt(Position + 2) : '\0';
-            EmptyQuote = GetQuotePair(C) == C && Next == C && (Position + 1 == Length || AfterNext != C);
+            // An empty pair names nothing; "[]" is one as much as "" is, but only a quote that
+            // closes itself can be doubled, so only then does a third quote make "" content.
+            const char Pair = GetQuotePair(C);
+            EmptyQuote = Next == Pair && (Pair != C || Position + 1 == Length || AfterNext != C);
         }
         Token.assign(1, C);
         TokenKinds.Include(tkQuote);
@@ -899,6 +907,21 @@ std::string TZvSQLScanner::ProcessIdent(std::string_view S) {
     if (S.size() > 1 && IsIdentQuote(S.front()) && IsIdentQuote(S.back()) && S.back() == GetQuotePair(S.front()))
         return ExtractQuotedString(S, S.front(), S.back());
     return std::string(S);
+}
+
+std::string TZvSQLScanner::QuotedContent() {
+    const auto Start = static_cast<std::size_t>(TokenPos - 1);
+    const auto End = std::max(Start, std::min(static_cast<std::size_t>(Position - 1), Expression.size()));
+    const std::string_view Written = std::string_view(Expression).substr(Start, End - Start);
+    const bool Doubles = GetQuotePair(QuoteChar) == QuoteChar;
+    std::string Content;
+    Content.reserve(Written.size());
+    for (std::size_t I = 0; I < Written.size(); ++I) {
+        Content += Written[I];
+        if (Doubles && Written[I] == QuoteChar && I + 1 < Written.size() && Written[I + 1] == QuoteChar)
+            ++I;
+    }
+    return Content;
 }
 
 std::string TZvSQLScanner::QuoteStr(std::string_view S) {

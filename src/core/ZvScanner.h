@@ -225,10 +225,16 @@ public:
     // (InQuote still set when it is handed out) the opening quote stands just before it and the
     // closing quote at Position, so its source text spans TokenPos - 1 .. Position.
     std::int32_t TokenPos = 1;
+    // For the token read inside quotes that the scanner stands on: the text between its quotes,
+    // a doubled quote made one where the quote closes itself (a bracket is never doubled).
+    std::string QuotedContent();
     std::int32_t Line = 1;
     std::int32_t Column = 1;
     std::int32_t SpaceCount = 0;
     bool EmptyQuote = false;
+    // The text ended on a quote that closed the last quoted text only because nothing followed
+    // it: read on, it would have been the first of a doubled pair ('it'' at the very end).
+    bool EndClosedQuote = false;
     bool QuoteIdentifiers = true;
     bool ProcessAliases = false;
 

@@ -212,6 +212,15 @@ protected:
     }
     // The current token as it stands in the text (a quoted token with its quotes).
     std::string TokenSource();
+    // Source text that ends at End (0-based, exclusive), with the one quote added that a quoted
+    // text closed only by the end of the statement lacks ('it'' written last reads as it' and is
+    // written 'it'''), so that it reads back the same wherever it stands.
+    std::string CompleteEndQuote(std::string Source, std::size_t End);
+    // One part of a dotted table reference as a table's name: quoted parts unquoted.
+    std::string BarePart(std::string_view Part);
+    // The current token as (one part of) the name of a table of the FROM list.
+    std::string QuotedTableName();
+    std::string QuotedPart(std::string Name);
     // A name token as the model keeps a name: quoted content with doubled quotes made single.
     std::string TokenName();
     // A name token as the model keeps an alias or table reference: as written when it needs its

@@ -49,7 +49,9 @@ std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
     const std::size_t First = Span.find_first_not_of(" \t");
     if (First == std::string_view::npos)
         return {};
-    return std::string(Span.substr(First, Span.find_last_not_of(" \t") - First + 1));
+    const std::size_t Last = Span.find_last_not_of(" \t");
+    return CompleteEndQuote(std::string(Span.substr(First, Last - First + 1)),
+                            static_cast<std::size_t>(Start - 1) + Last + 1);
 }
 
 // Passes over tokens up to the matching ")" of the "(" at the current token, which is consumed
@@ -187,7 +189,9 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
         NextToken();
         if (!TokenHas(tkIdent))
             return false;
-        return Literal(TokenName(), fkParameter);
+        // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
+        // written after the colon as it stands.
+        return Literal(TokenAlias(), fkParameter);
     }
     if (TokenIs("*"))
         return Literal("*", fkIdentifier);
@@ -376,6 +380,11 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
             return;
         }
     } else if (!TokenHas(tkIdent) || (TokenHas(tkKeyword) && !GetScanner().InQuote)) {
+        return;
+    }
+    // An empty quoted name ("" or []) is no alias, and an empty alias is written as none.
+    if (GetScanner().Token.empty()) {
+        Fail();
         return;
     }
     if (auto* Field = dynamic_cast<TZvFieldDef*>(&Target))

@@ -74,10 +74,20 @@ void TZvSelectParser::DoParseTableDefs() {
         Tables.UpdateJoinsWithConsts();
 }
 
+// A part of a table's name read in quotes of any kind is one part: see QuotedPart.
+std::string TZvSelectParser::QuotedTableName() {
+    return GetScanner().InQuote ? QuotedPart(TokenName()) : TokenName();
+}
+
 void TZvSelectParser::DoParseTableDef() {
     TZvTableDef Scratch;
     Scratch.SetParser(this);
-    Scratch.SetName(TokenName());
+    // An empty quoted name ("" or '') names no table, and an empty name is written as no text.
+    if (GetScanner().Token.empty()) {
+        Fail();
+        return;
+    }
+    Scratch.SetName(QuotedTableName());
     NextToken();
     // owner.table and longer qualified names are one name.
     std::string Name = Scratch.GetName();
@@ -87,7 +97,7 @@ void TZvSelectParser::DoParseTableDef() {
             Fail();
             return;
         }
-        Name += "." + TokenName();
+        Name += "." + QuotedTableName();
         NextToken();
     }
     Scratch.SetName(Name);
@@ -110,6 +120,10 @@ void TZvSelectParser::DoParseTableDef() {
     if (TokenIs("AS"))
         NextToken();
     if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
+        if (GetScanner().Token.empty()) {
+            Fail();
+            return;
+        }
         Scratch.SetAlias(TokenAlias());
         NextToken();
     }

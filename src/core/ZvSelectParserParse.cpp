@@ -4,6 +4,7 @@
 // conditions in ZvSelectParserExpr.cpp.
 #include "ZvSelectParser.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "ZvCriteria.h"
@@ -26,22 +27,28 @@ std::string TZvSelectParser::TokenSource() {
         return S.Token;
     const auto Start = static_cast<std::size_t>(S.TokenPos - 2);
     const auto End = std::min(static_cast<std::size_t>(S.Position), S.Expression.size());
-    return S.Expression.substr(Start, End - Start);
+    return CompleteEndQuote(S.Expression.substr(Start, End - Start), End);
+}
+
+std::string TZvSelectParser::CompleteEndQuote(std::string Source, std::size_t End) {
+    TZvSQLScanner& S = GetScanner();
+    if (S.EndClosedQuote && End == S.Expression.size())
+        Source += S.Expression.back();
+    return Source;
 }
 
 std::string TZvSelectParser::TokenName() {
     TZvSQLScanner& S = GetScanner();
-    if (!S.InQuote || S.Token.empty() || S.Token.front() == S.GetIdentQuote())
+    if (!S.InQuote)
         return S.Token;
-    // Quoted content keeps a doubled quote as two characters until it is unquoted here.
-    std::string Name;
-    Name.reserve(S.Token.size());
-    for (std::size_t I = 0; I < S.Token.size(); ++I) {
-        Name += S.Token[I];
-        if (S.Token[I] == S.QuoteChar && I + 1 < S.Token.size() && S.Token[I + 1] == S.QuoteChar)
-            ++I;
-    }
-    return Name;
+    std::string Name = S.QuotedContent();
+    // The scanner keeps a dotted name it read in quotes in quotes, so that it is not split, and
+    // the model keeps it so too; it is quoted again from the name, as the scanner quoted the text
+    // as written, doubled quotes and all.
+    if (S.Token.size() == static_cast<std::size_t>(std::max(S.Position - S.TokenPos, 0)))
+        return Name;
+    const char Open = S.GetIdentQuote();
+    return QuoteString(Name, Open, S.GetQuotePair(Open));
 }
 
 std::string TZvSelectParser::TokenAlias() {
@@ -81,11 +88,34 @@ std::string TZvSelectParser::BareReference(const std::string& Reference) {
         } else if (S.IsIdentQuote(C)) {
             Open = C;
         } else if (C == '.') {
-            Bare += S.ProcessIdent(std::string_view(Reference).substr(PartStart, I - PartStart)) + ".";
+            Bare += BarePart(std::string_view(Reference).substr(PartStart, I - PartStart)) + ".";
             PartStart = I + 1;
         }
     }
-    return Bare + S.ProcessIdent(std::string_view(Reference).substr(PartStart));
+    return Bare + BarePart(std::string_view(Reference).substr(PartStart));
+}
+
+// A quoted part is the name between its quotes, exactly: the dialect's own processing of a word
+// (InterBase upper-cases it, quotes and all) is for bare words, and a quoted name keeps its case.
+std::string TZvSelectParser::BarePart(std::string_view Part) {
+    TZvSQLScanner& S = GetScanner();
+    const std::string Unquoted = S.TZvSQLScanner::ProcessIdent(Part);
+    return Unquoted.size() != Part.size() ? QuotedPart(Unquoted) : S.ProcessIdent(Part);
+}
+
+// A table's name is its parts joined by dots, and written it is split again at every dot outside
+// identifier quotes. A part that holds a dot or an identifier quote of its own (a name read in
+// quotes: 'a.b', "a""b") therefore stays in quotes in the model, so that only the dots between
+// the parts divide the name ("a.b".c is two parts, "a""b".c too).
+std::string TZvSelectParser::QuotedPart(std::string Name) {
+    TZvSQLScanner& S = GetScanner();
+    const char Open = S.GetIdentQuote();
+    const char Close = S.GetQuotePair(Open);
+    const bool Enclosed = Name.size() > 1 && Name.front() == Open && Name.back() == Close;
+    const bool Divides = std::any_of(Name.begin(), Name.end(), [&S](char C) { return C == '.' || S.IsIdentQuote(C); });
+    if (!S.GetQuoteIdentifiers() || Enclosed || !Divides)
+        return Name;
+    return QuoteString(Name, Open, Close);
 }
 
 void TZvSelectParser::Fail(std::int32_t Type) {

@@ -126,9 +126,10 @@ void TZvMSSQLScanner::DefineBooleans() {
 }
 
 // A name beginning with "@" is a variable or a system function (@@VERSION), which the server
-// reads only bare: in brackets it would name a column.
+// reads only bare: in brackets it would name a column. One that is no identifier (a blank in it)
+// is no variable either, and is quoted like any other name.
 bool TZvMSSQLScanner::NeedQuotes(std::string_view S) {
-    if (!S.empty() && S.front() == '@')
+    if (!S.empty() && S.front() == '@' && IsIdentifier(S))
         return false;
     return NeedQuotesReserved(S);
 }

@@ -1,0 +1,1 @@
+SELECT T."""", T."a.""b", "x""".y FROM T, "x"""

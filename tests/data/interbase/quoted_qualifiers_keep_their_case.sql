@@ -1,0 +1,1 @@
+select "my t".x, "select". t."a b" from "my t", "select".t

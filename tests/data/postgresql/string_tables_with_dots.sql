@@ -1,0 +1,1 @@
+SELECT * FROM '.x' X, 'a..b'
