@@ -483,14 +483,22 @@ TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_vie
         TableByAlias.clear();
         TableByName.clear();
         for (int T = 0; T < Count(); ++T) {
-            TableByAlias.try_emplace(AliasKey(Items(T)->GetAlias(), Exact), T);
-            TableByName.try_emplace(AliasKey(Items(T)->GetName(), Exact), T);
+            IndexTable(TableByAlias, AliasKey(Items(T)->GetAlias(), Exact), T);
+            IndexTable(TableByName, AliasKey(Items(T)->GetName(), Exact), T);
         }
         TableIndexCaseSensitive = Exact;
         TableIndexValid = true;
     }
     const auto Found = Index.find(AliasKey(S, TableIndexCaseSensitive));
-    return Found == Index.end() ? nullptr : Items(Found->second);
+    return Found == Index.end() ? nullptr : Items(Found->second.First);
+}
+
+void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string Key, int At) {
+    const auto [Entry, Added] = Index.try_emplace(std::move(Key), TZvTableKeyEntry{At, 1});
+    if (Added)
+        return;
+    ++Entry->second.Tables;
+    Entry->second.First = std::min(Entry->second.First, At);
 }
 
 bool TZvTableDefs::TableIndexUsable() const {
@@ -502,8 +510,8 @@ void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
     if (!TableIndexUsable())
         return;
     const auto* Table = static_cast<const TZvTableDef*>(Item);
-    TableByAlias.try_emplace(AliasKey(Table->GetAlias(), TableIndexCaseSensitive), Item->GetIndex());
-    TableByName.try_emplace(AliasKey(Table->GetName(), TableIndexCaseSensitive), Item->GetIndex());
+    IndexTable(TableByAlias, AliasKey(Table->GetAlias(), TableIndexCaseSensitive), Item->GetIndex());
+    IndexTable(TableByName, AliasKey(Table->GetName(), TableIndexCaseSensitive), Item->GetIndex());
 }
 
 void TZvTableDefs::ItemsMoved() {
@@ -529,20 +537,17 @@ void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int
     std::string NewKey = AliasKey(New, Exact);
     if (OldKey == NewKey)
         return;
-    // When the table at At was the first with the old key, the next table with it takes over.
+    // When the table at At was the first of several with the old key, the next one takes over.
     const auto Leaving = Index.find(OldKey);
-    if (Leaving != Index.end() && Leaving->second == At) {
+    if (Leaving != Index.end() && --Leaving->second.Tables == 0) {
+        Index.erase(Leaving);
+    } else if (Leaving != Index.end() && Leaving->second.First == At) {
         int Next = At + 1;
-        while (Next < Count() && AliasKey((Items(Next)->*Key)(), Exact) != OldKey)
+        while (AliasKey((Items(Next)->*Key)(), Exact) != OldKey)
             ++Next;
-        if (Next < Count())
-            Leaving->second = Next;
-        else
-            Index.erase(Leaving);
+        Leaving->second.First = Next;
     }
-    const auto [Entry, Added] = Index.try_emplace(std::move(NewKey), At);
-    if (!Added && Entry->second > At)
-        Entry->second = At;
+    IndexTable(Index, std::move(NewKey), At);
 }
 
 // Bulk removal ----------------------------------------------------------------------------------

@@ -173,7 +173,11 @@ private:
     // SameIdentifier compares, so that FindByAlias and FindByName cost a hash look-up instead of
     // a scan. Built on first use; kept in step with appends, alias and name changes, dropped on
     // other moves.
-    using TZvTableKeyIndex = std::unordered_map<std::string, int>;
+    struct TZvTableKeyEntry {
+        int First;  // index of the first table with the key
+        int Tables; // how many tables have it
+    };
+    using TZvTableKeyIndex = std::unordered_map<std::string, TZvTableKeyEntry>;
     using TZvTableKey = const std::string& (TZvTableDef::*)() const;
     void ItemAppended(TZvCollectionItem* Item) override;
     void ItemsMoved() override;
@@ -182,6 +186,7 @@ private:
     void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                          std::string_view New);
     TZvTableDef* FindIn(const TZvTableKeyIndex& Index, std::string_view S) const;
+    static void IndexTable(TZvTableKeyIndex& Index, std::string Key, int At);
     bool TableIndexUsable() const;
 
     std::vector<TZvFieldDef*> Positions;
