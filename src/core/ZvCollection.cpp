@@ -88,6 +88,10 @@ TZvCollectionItem* TZvCollection::Insert(int Index) {
     Item->Collection = this;
     Items.insert(Items.begin() + Index, std::move(Owned));
     Renumber(Index);
+    if (Index + 1 < Count())
+        ItemsMoved();
+    else
+        ItemAppended(Item);
     Item->Added();
     Item->SetParser(ListParser);
     return Item;
@@ -105,6 +109,7 @@ void TZvCollection::Delete(int Index) {
     Renumber(Current);
     Doomed->Collection = nullptr;
     Doomed->Index = -1;
+    ItemsMoved();
 }
 
 void TZvCollection::Remove(TZvCollectionItem* Item) {
@@ -153,6 +158,8 @@ bool TZvCollection::SameIdentifier(std::string_view A, std::string_view B) const
 void TZvCollection::ClearItems() {
     // Items leave one at a time from the back, so that an item's destructor that looks at its
     // collection still finds a consistent list.
+    if (!Items.empty())
+        ItemsMoved();
     while (!Items.empty()) {
         std::unique_ptr<TZvCollectionItem> Doomed = std::move(Items.back());
         Items.pop_back();
@@ -168,6 +175,8 @@ int TZvCollection::RemoveItemsIf(const std::function<bool(const TZvCollectionIte
     std::move(Kept, Items.end(), std::back_inserter(Removed));
     Items.erase(Kept, Items.end());
     Renumber(0);
+    if (!Removed.empty())
+        ItemsMoved();
     for (auto& Item : Removed) {
         Item->Collection = nullptr;
         Item->Index = -1;

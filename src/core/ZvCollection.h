@@ -135,6 +135,10 @@ protected:
     // Takes out the items for which Doomed holds, keeping the order of the rest, without their
     // clean-up rules; returns how many went.
     int RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed);
+    // For derived collections that keep an index by position: ItemAppended follows a new item
+    // put at the end (before its Added), ItemsMoved any other insertion or removal.
+    virtual void ItemAppended(TZvCollectionItem* /*Item*/) {}
+    virtual void ItemsMoved() {}
 
 private:
     void Renumber(int From);

@@ -24,9 +24,9 @@ void TZvTableDef::Assign(const TZvCollectionItem& Source) {
         return;
     // Values are copied as they are: copying a table is not renaming one, so no reference of
     // the statement is rewritten.
-    Alias = T->Alias;
+    StoreAlias(T->Alias);
     GetFieldDefs().Assign(T->GetFieldDefs());
-    Name = T->Name;
+    StoreName(T->Name);
     TableType = T->TableType;
 }
 
@@ -71,6 +71,12 @@ void TZvTableDef::SetAlias(std::string_view Value) {
         }
         OrderBy.EndUpdate();
     }
+    StoreAlias(Value);
+}
+
+void TZvTableDef::StoreAlias(std::string_view Value) {
+    if (TZvTableDefs* Tables = GetTableDefs())
+        Tables->TableAliasChanged(*this, Alias, Value);
     Alias = std::string(Value);
 }
 
@@ -80,9 +86,15 @@ void TZvTableDef::SetName(std::string_view Value) {
     // An empty alias is filled in directly: going through SetAlias would treat "" as a name that
     // joins and ORDER BY entries could refer to (a join against a constant has no target yet).
     if (Alias.empty())
-        Alias = std::string(Value);
+        StoreAlias(Value);
     else if (Alias == Name)
         SetAlias(Value);
+    StoreName(Value);
+}
+
+void TZvTableDef::StoreName(std::string_view Value) {
+    if (TZvTableDefs* Tables = GetTableDefs())
+        Tables->TableNameChanged(*this, Name, Value);
     Name = std::string(Value);
 }
 
@@ -300,17 +312,11 @@ void TZvTableDefs::EndUpdate() {
 }
 
 TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
-    for (int I = 0; I < Count(); ++I)
-        if (SameIdentifier(Items(I)->GetAlias(), S))
-            return Items(I);
-    return nullptr;
+    return FindIn(TableByAlias, S);
 }
 
 TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
-    for (int I = 0; I < Count(); ++I)
-        if (SameIdentifier(Items(I)->GetName(), S))
-            return Items(I);
-    return nullptr;
+    return FindIn(TableByName, S);
 }
 
 TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
@@ -467,6 +473,81 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
         AliasIndexValid = true;
     }
     return AliasUse.count(AliasKey(Alias, Exact)) > 0;
+}
+
+// Table index -----------------------------------------------------------------------------------
+
+TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_view S) const {
+    if (!TableIndexUsable()) {
+        const bool Exact = CaseSensitive();
+        TableByAlias.clear();
+        TableByName.clear();
+        for (int T = 0; T < Count(); ++T) {
+            IndexTable(TableByAlias, AliasKey(Items(T)->GetAlias(), Exact), T);
+            IndexTable(TableByName, AliasKey(Items(T)->GetName(), Exact), T);
+        }
+        TableIndexCaseSensitive = Exact;
+        TableIndexValid = true;
+    }
+    const auto Found = Index.find(AliasKey(S, TableIndexCaseSensitive));
+    return Found == Index.end() ? nullptr : Items(Found->second.First);
+}
+
+void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string Key, int At) {
+    const auto [Entry, Added] = Index.try_emplace(std::move(Key), TZvTableKeyEntry{At, 1});
+    if (Added)
+        return;
+    ++Entry->second.Tables;
+    Entry->second.First = std::min(Entry->second.First, At);
+}
+
+bool TZvTableDefs::TableIndexUsable() const {
+    // A changed case rule leaves the index to be rebuilt by the next look-up.
+    return TableIndexValid && TableIndexCaseSensitive == CaseSensitive();
+}
+
+void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
+    if (!TableIndexUsable())
+        return;
+    const auto* Table = static_cast<const TZvTableDef*>(Item);
+    IndexTable(TableByAlias, AliasKey(Table->GetAlias(), TableIndexCaseSensitive), Item->GetIndex());
+    IndexTable(TableByName, AliasKey(Table->GetName(), TableIndexCaseSensitive), Item->GetIndex());
+}
+
+void TZvTableDefs::ItemsMoved() {
+    TableIndexValid = false;
+    TableByAlias.clear();
+    TableByName.clear();
+}
+
+void TZvTableDefs::TableAliasChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New) {
+    if (TableIndexUsable())
+        TableKeyChanged(TableByAlias, &TZvTableDef::GetAlias, Table.GetIndex(), Old, New);
+}
+
+void TZvTableDefs::TableNameChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New) {
+    if (TableIndexUsable())
+        TableKeyChanged(TableByName, &TZvTableDef::GetName, Table.GetIndex(), Old, New);
+}
+
+void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
+                                   std::string_view New) {
+    const bool Exact = TableIndexCaseSensitive;
+    const std::string OldKey = AliasKey(Old, Exact);
+    std::string NewKey = AliasKey(New, Exact);
+    if (OldKey == NewKey)
+        return;
+    // When the table at At was the first of several with the old key, the next one takes over.
+    const auto Leaving = Index.find(OldKey);
+    if (Leaving != Index.end() && --Leaving->second.Tables == 0) {
+        Index.erase(Leaving);
+    } else if (Leaving != Index.end() && Leaving->second.First == At) {
+        int Next = At + 1;
+        while (AliasKey((Items(Next)->*Key)(), Exact) != OldKey)
+            ++Next;
+        Leaving->second.First = Next;
+    }
+    IndexTable(Index, std::move(NewKey), At);
 }
 
 // Bulk removal ----------------------------------------------------------------------------------

@@ -85,6 +85,10 @@ protected:
 
 private:
     std::string ParamLiteral(const TZvFieldDef& Field) const;
+    // Stores Value as the alias and keeps the list's alias look-up in step; rewrites no reference.
+    void StoreAlias(std::string_view Value);
+    // Stores Value as the name and keeps the list's name look-up in step.
+    void StoreName(std::string_view Value);
 
     std::string Alias;
     mutable std::unique_ptr<TZvFieldDefs> FieldDefs;
@@ -165,7 +169,31 @@ private:
     void DeleteFields(const std::vector<TZvFieldDef*>& Fields, bool DropOrderBy);
     void DropJoinsTo(const TZvTableDef* Leaving);
 
+    // The table look-ups: the index of the first table carrying each alias (name), keyed as
+    // SameIdentifier compares, so that FindByAlias and FindByName cost a hash look-up instead of
+    // a scan. Built on first use; kept in step with appends, alias and name changes, dropped on
+    // other moves.
+    struct TZvTableKeyEntry {
+        int First;  // index of the first table with the key
+        int Tables; // how many tables have it
+    };
+    using TZvTableKeyIndex = std::unordered_map<std::string, TZvTableKeyEntry>;
+    using TZvTableKey = const std::string& (TZvTableDef::*)() const;
+    void ItemAppended(TZvCollectionItem* Item) override;
+    void ItemsMoved() override;
+    void TableAliasChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New);
+    void TableNameChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New);
+    void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
+                         std::string_view New);
+    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, std::string_view S) const;
+    static void IndexTable(TZvTableKeyIndex& Index, std::string Key, int At);
+    bool TableIndexUsable() const;
+
     std::vector<TZvFieldDef*> Positions;
+    mutable TZvTableKeyIndex TableByAlias;
+    mutable TZvTableKeyIndex TableByName;
+    mutable bool TableIndexValid = false;
+    mutable bool TableIndexCaseSensitive = false;
     std::unordered_map<std::string, int> AliasUse;
     bool AliasIndexValid = false;
     bool AliasIndexCaseSensitive = false;

@@ -438,6 +438,41 @@ TEST(TZvTableDefs, FindByAliasAndNameReturnTheFirstMatchThroughSameIdentifier) {
     EXPECT_EQ(M.Tables.FindByName("Orders"), nullptr);
 }
 
+TEST(TZvTableDefs, FindByAliasAndNameFollowRenamesRemovalsAndInsertions) {
+    TModel M;
+    TZvTableDef* A = M.Table("ORDERS", "O");
+    TZvTableDef* B = M.Table("ITEMS", "O");
+    EXPECT_EQ(M.Tables.FindByAlias("o"), A);
+    // The first table with an alias gives it up: the next one with it is found.
+    A->SetAlias("A");
+    EXPECT_EQ(M.Tables.FindByAlias("O"), B);
+    EXPECT_EQ(M.Tables.FindByAlias("a"), A);
+    // Taking an alias that a later table carries makes the earlier table the one found.
+    A->SetAlias("O");
+    EXPECT_EQ(M.Tables.FindByAlias("O"), A);
+    EXPECT_EQ(M.Tables.FindByAlias("A"), nullptr);
+    B->SetName("orders");
+    EXPECT_EQ(M.Tables.FindByName("ITEMS"), nullptr);
+    EXPECT_EQ(M.Tables.FindByName("Orders"), A);
+    M.Tables.Remove(A);
+    EXPECT_EQ(M.Tables.FindByAlias("O"), B);
+    EXPECT_EQ(M.Tables.FindByName("ORDERS"), B);
+    TZvTableDef* C = M.Tables.Insert(0);
+    C->SetName("CUSTOMERS");
+    C->SetAlias("O");
+    EXPECT_EQ(M.Tables.FindByAlias("O"), C);
+    EXPECT_EQ(M.Tables.FindByName("customers"), C);
+    TZvTableDef* D = M.Table("LINES");
+    D->Assign(*C);
+    EXPECT_EQ(M.Tables.FindByName("LINES"), nullptr);
+    EXPECT_EQ(M.Tables.FindByName("CUSTOMERS"), C);
+    M.Tables.Remove(C);
+    EXPECT_EQ(M.Tables.FindByName("CUSTOMERS"), D);
+    M.Tables.Clear();
+    EXPECT_EQ(M.Tables.FindByAlias("O"), nullptr);
+    EXPECT_EQ(M.Tables.FindByName(""), nullptr);
+}
+
 // ---- Joins kept in step -----------------------------------------------------------------------
 
 TEST(TZvTableDefs, IsTableJoinedLooksAtTheJoinsOfEveryTable) {
