@@ -287,7 +287,10 @@ TZvTableDef* TZvSelectParser::FindJoinTable(const TZvFunctionDef& Operand, const
 
 // Stores the condition as a join of one of its two tables (see inside for which), after the
 // validity check: both operands must name columns of tables of the statement, or, where the
-// dialect writes constants into join conditions, at least one.
+// dialect writes constants into join conditions, at least one; and two columns must belong to
+// two tables. A join links a table to another one: a comparison of two columns of one table has
+// no place in the join chains (written as a join of the table to itself, it would name the table
+// twice in FROM), so it is refused like any other condition that is no join.
 void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& LeftRef,
                                 const TZvFunctionDef& Right, const std::string& RightRef,
                                 const std::string& Operator) {
@@ -295,6 +298,10 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
     TZvTableDef* RightTable = FindJoinTable(Right, RightRef);
     const bool Admissible = IsConstInJoin() ? (LeftTable != nullptr || RightTable != nullptr)
                                        : (LeftTable != nullptr && RightTable != nullptr);
+    if (LeftTable != nullptr && LeftTable == RightTable) {
+        Fail(zvpeInadmissibleJoin);
+        return;
+    }
     if (!Admissible || Left.GetScript().empty() || Right.GetScript().empty()) {
         Fail(zvpeInadmissibleJoin);
         return;

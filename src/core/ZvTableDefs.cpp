@@ -343,10 +343,15 @@ bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
     for (int T = 0; T < Count(); ++T) {
         const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
         for (int J = 0; J < Joins.Count(); ++J)
-            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Table->GetAlias()))
+            if (JoinsAnotherTable(*Items(T), *Joins.Items(J)) &&
+                SameIdentifier(Joins.Items(J)->GetTableAlias(), Table->GetAlias()))
                 return true;
     }
     return false;
+}
+
+bool TZvTableDefs::JoinsAnotherTable(const TZvTableDef& Owner, const TZvJoinDef& Join) const {
+    return !SameIdentifier(Join.GetTableAlias(), Owner.GetAlias());
 }
 
 void TZvTableDefs::UpdateJoins() {

@@ -124,7 +124,7 @@ public:
     // as its alias; ForceNumber asks for a number even when Base is free. In lower case when the
     // parser's dialect writes aliases so.
     std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
-    // True when some join of some table targets Table's alias.
+    // True when some join of another table targets Table's alias (see JoinsAnotherTable).
     bool IsTableJoined(const TZvTableDef* Table) const;
     // Drops the joins whose target is found neither by alias nor by name.
     void UpdateJoins();
@@ -147,6 +147,11 @@ private:
     friend class TZvFieldDef;
     friend class TZvFieldDefs;
     friend class TZvTableDef;
+
+    // Whether Join, held by Owner, puts its target into Owner's join chain. A join that targets
+    // its own table compares two columns of that one table: the table is then written in the
+    // FROM list as any other, or it would be in nobody's chain and vanish from the statement.
+    bool JoinsAnotherTable(const TZvTableDef& Owner, const TZvJoinDef& Join) const;
 
     // Position bookkeeping: Positions[i] is the field whose AbsIndex is i.
     void AppendPosition(TZvFieldDef* Field);

@@ -403,6 +403,25 @@ TEST(Robustness, SystemFunctionNamingATableIsWrittenBare) {
     EXPECT_THROW(Generate(Out, "mssql"), EZvParserError);
 }
 
+TEST_P(EveryDialect, JoinConditionOnColumnsOfOneTableIsNoJoin) {
+    // Stored as a join of CUSTOMERS to itself, the condition made CUSTOMERS count as joined, so it
+    // was never written and the statement lost it. A join links two tables: a comparison of two
+    // columns of one table is refused, wherever it stands in the ON condition.
+    for (const std::string Text : {"SELECT C.NAME, COUNT(O.ID) FROM CUSTOMERS C INNER JOIN ORDERS O ON C.ID =C.ID",
+                                   "SELECT C.NAME FROM CUSTOMERS C INNER JOIN ORDERS O ON O.A = O.B",
+                                   "SELECT * FROM A INNER JOIN B ON A.ID = B.AID AND A.X = A.Y",
+                                   "SELECT * FROM A LEFT JOIN B ON B.X = B.Y AND A.ID = B.AID",
+                                   "SELECT * FROM A INNER JOIN A ON A.X = A.Y"}) {
+        SCOPED_TRACE(Text);
+        const TErrorSeen E = ParseError(Text, GetParam());
+        EXPECT_EQ(E.Type, zvpeInadmissibleJoin);
+        EXPECT_EQ(E.Message, "Inadmissible JOIN expression.");
+    }
+    // Columns of two tables, and of one table met again under another alias, are joins.
+    ExpectFixpoint("SELECT C.NAME FROM CUSTOMERS C INNER JOIN ORDERS O ON C.ID = O.CUST_ID", GetParam());
+    ExpectFixpoint("SELECT E.NAME FROM EMP E INNER JOIN EMP B ON E.BOSS = B.ID", GetParam());
+}
+
 TEST_P(EveryDialect, LoneLineFeedIsAnOrdinaryCharacterAndStillRoundTrips) {
     // The component gets text as it is; only CR LF ends a line, so a lone LF is part of a word.
     ExpectFixpoint("SELECT A,\nB FROM T WHERE T.A = 1\n", GetParam());

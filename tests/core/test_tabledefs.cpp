@@ -486,6 +486,24 @@ TEST(TZvTableDefs, IsTableJoinedLooksAtTheJoinsOfEveryTable) {
     EXPECT_FALSE(M.Tables.IsTableJoined(O));
 }
 
+TEST(TZvTableDefs, JoinOfATableToItselfLeavesItUnjoinedAndInTheFromList) {
+    // A table is in another's join chain only when another table joins it; a join it holds to
+    // itself must not make it vanish from FROM.
+    TModel M;
+    TZvTableDef* C = M.Table("CUSTOMERS", "C");
+    TZvTableDef* O = M.Table("ORDERS", "O");
+    TModel::Column(C, "NAME");
+    Join(C, "ID", "c", "ID");
+    EXPECT_FALSE(M.Tables.IsTableJoined(C));
+    EXPECT_FALSE(M.Tables.IsTableJoined(O));
+    const std::string Script = M.Tables.GetScript();
+    EXPECT_NE(Script.find("\r\n  CUSTOMERS C"), std::string::npos) << Script;
+    EXPECT_NE(Script.find("\r\n  ORDERS O"), std::string::npos) << Script;
+    Join(O, "CUST_ID", "C", "ID");
+    EXPECT_TRUE(M.Tables.IsTableJoined(C));
+    EXPECT_FALSE(M.Tables.IsTableJoined(O));
+}
+
 TEST(TZvTableDefs, UpdateJoinsDropsJoinsWhoseTargetIsFoundNeitherByAliasNorByName) {
     TModel M;
     TZvTableDef* O = M.Table("ORDERS", "O");
