@@ -290,6 +290,7 @@ private:
     bool ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadArguments(TZvFunctionDefs& Arguments);
+    bool ArgumentsWriteAsSpecialToken(const TZvFunctionDefs& Arguments);
     bool ReadArgument(TZvFunctionDef& Argument);
     std::string PlaceCall(TZvFunctionDef& Call);
     void ReadAlias(TZvFunctionDef& Target);

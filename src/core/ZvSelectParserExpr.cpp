@@ -289,6 +289,10 @@ bool TZvSelectParser::ReadArguments(TZvFunctionDefs& Arguments) {
         if (!ReadArgument(*Arguments.Add()))
             return false;
         if (TokenIs(")")) {
+            if (ArgumentsWriteAsSpecialToken(Arguments)) {
+                Fail();
+                return false;
+            }
             NextToken();
             return true;
         }
@@ -296,6 +300,19 @@ bool TZvSelectParser::ReadArguments(TZvFunctionDefs& Arguments) {
             return false;
         NextToken();
     }
+}
+
+// A call is written "name(arguments)" without the blanks it was read with. When that bracketed
+// text is one of the dialect's special tokens (the outer-join mark "(+)", read as "( +)"), the
+// written call would read back as that token instead, so such a call is refused. No special
+// token holds a comma or a bracket inside, so only one argument that is no call can form one
+// (which also keeps calls nested deep from writing their arguments at every level).
+bool TZvSelectParser::ArgumentsWriteAsSpecialToken(const TZvFunctionDefs& Arguments) {
+    TZvSQLScanner& S = GetScanner();
+    if (S.GetComplexOperators().Count() == 0 || Arguments.Count() != 1 ||
+        Arguments.Items(0)->GetArguments().Count() > 0)
+        return false;
+    return S.IsComplexOperator("(" + Arguments.GetScript() + ")");
 }
 
 // One argument as an operand when it is one; otherwise the argument's text as written.
