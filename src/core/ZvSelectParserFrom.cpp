@@ -2,6 +2,9 @@
 // parameters, CROSS JOIN) and joins with their ON conditions, placed on the table that holds them.
 #include "ZvSelectParser.h"
 
+#include <unordered_set>
+#include <vector>
+
 #include "ZvErrors.h"
 #include "ZvJoinDefs.h"
 #include "ZvTableDefs.h"
@@ -333,10 +336,35 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
             Swap = LeftTable->GetName().empty();
         LeftHandTable = (Swap ? RightTable : LeftTable)->GetPrefix();
     }
+    // Held by the table it names, the join would close a circle of joins: each table of a circle
+    // is joined by another, so none of them starts a chain in FROM and all would vanish from the
+    // statement. The other table holds it instead, the condition read the other way round.
+    if (JoinsReach(Swap ? *LeftTable : *RightTable, Swap ? *RightTable : *LeftTable))
+        Swap = !Swap;
     if (Swap)
         AddJoin(*RightTable, Right, Left, LeftTable, MirroredComparison(Operator), false);
     else
         AddJoin(*LeftTable, Left, Right, RightTable, Operator, false);
+}
+
+// Whether From's joins lead to To, directly or through the joins of the tables they join. A
+// table that a new join makes joined seldom joins others yet, so the walk is short.
+bool TZvSelectParser::JoinsReach(const TZvTableDef& From, const TZvTableDef& To) {
+    const TZvTableDefs& Tables = GetTableDefs();
+    std::vector<const TZvTableDef*> Pending{&From};
+    std::unordered_set<const TZvTableDef*> Seen{&From};
+    while (!Pending.empty()) {
+        const TZvJoinDefs& Joins = Pending.back()->GetJoinDefs();
+        Pending.pop_back();
+        for (int J = 0; J < Joins.Count(); ++J) {
+            const TZvTableDef* Target = Tables.FindByAlias(Joins.Items(J)->GetTableAlias());
+            if (Target == &To)
+                return true;
+            if (Target != nullptr && Seen.insert(Target).second)
+                Pending.push_back(Target);
+        }
+    }
+    return false;
 }
 
 // Target is null for a join against a constant, whose far side is then the constant's text and

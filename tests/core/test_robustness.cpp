@@ -461,6 +461,24 @@ TEST_P(EveryDialect, JoinConditionOnColumnsOfOneTableIsNoJoin) {
     ExpectFixpoint("SELECT E.NAME FROM EMP E INNER JOIN EMP B ON E.BOSS = B.ID", GetParam());
 }
 
+TEST(Robustness, JoinThatWouldCloseACircleOfJoinsIsHeldByTheOtherTable) {
+    // B joins D, A joins B, and then the condition B.Z = A.Z, read with B as the left-hand table,
+    // would make B join A: every one of A, B and D would be joined by another, none would start
+    // a chain in FROM, and all three vanished from the statement. A holds it instead.
+    const std::string Out =
+        Generate("SELECT A.X FROM B, A JOIN C ON A.X = B.X JOIN D ON B.Y = D.Y JOIN E ON B.Z = A.Z");
+    EXPECT_EQ(Out, "SELECT \r\n  A.X\r\nFROM\r\n"
+                   "  A\r\n  INNER JOIN B ON (A.X = B.X) AND \r\n    (A.Z = B.Z)\r\n  INNER JOIN D ON (B.Y = D.Y),\r\n"
+                   "  C,\r\n  E\r\n");
+    ExpectFixpoint("SELECT A.X FROM B, A JOIN C ON A.X = B.X JOIN D ON B.Y = D.Y JOIN E ON B.Z = A.Z");
+    // A table named twice in FROM, joined each way round, and a longer circle.
+    EXPECT_EQ(Generate("SELECT A.X FROM A JOIN B ON A.X = B.X, B JOIN A ON B.Y = A.Y"),
+              "SELECT \r\n  A.X\r\nFROM\r\n  A\r\n  INNER JOIN B ON (A.X = B.X) AND \r\n    (A.Y = B.Y)\r\n");
+    EXPECT_EQ(Generate("SELECT A.X FROM A JOIN B ON A.X = B.X JOIN C ON B.Y = C.Y, C JOIN A ON C.W = A.W"),
+              "SELECT \r\n  A.X\r\nFROM\r\n  A\r\n  INNER JOIN B ON (A.X = B.X)\r\n"
+              "  INNER JOIN C ON (B.Y = C.Y) AND \r\n    (A.W = C.W)\r\n");
+}
+
 TEST_P(EveryDialect, LoneLineFeedIsAnOrdinaryCharacterAndStillRoundTrips) {
     // The component gets text as it is; only CR LF ends a line, so a lone LF is part of a word.
     ExpectFixpoint("SELECT A,\nB FROM T WHERE T.A = 1\n", GetParam());
