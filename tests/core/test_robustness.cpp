@@ -316,14 +316,18 @@ TEST_P(EveryDialect, NamesNeedingQuotesDoNotRoundTripWithQuotingOff) {
     EXPECT_EQ(PlainAgain->GetExpression(), Plain->GetExpression());
 }
 
-TEST_P(EveryDialect, CallAliasedByItsOwnFunctionNameIsWrittenBareAndGetsAGeneratedAlias) {
+TEST_P(EveryDialect, ComputedFieldAliasedByItsOwnNameIsWrittenBareAndGetsAGeneratedAlias) {
     // A field's alias is written only where it differs from the field's name, and a call's name
     // is its function's name: COUNT(*) AS COUNT is written as a bare call, which reads back with
-    // an alias made from "FIELD_". The fuzz target skips this class, and only when the round trip
-    // fails (HoldsCallAliasedByItsName in fuzz/zevrin_fuzz.cpp).
+    // an alias made from "FIELD_"; so is a parameter aliased by its own name. The fuzz target
+    // skips this class, and only when the round trip fails (HoldsComputedFieldAliasedByItsName in
+    // fuzz/zevrin_fuzz.cpp).
     const std::string Out = Generate("SELECT COUNT(*) AS COUNT FROM T", GetParam());
     EXPECT_EQ(Upper(Out), "SELECT \r\n  COUNT(*)\r\nFROM\r\n  T\r\n");
     EXPECT_EQ(Upper(Generate(Out, GetParam())), "SELECT \r\n  COUNT(*) AS FIELD_1\r\nFROM\r\n  T\r\n");
+    const std::string Parameter = Generate("SELECT A, :Y Y FROM T", GetParam());
+    EXPECT_EQ(Upper(Parameter), "SELECT \r\n  A,\r\n  :Y\r\nFROM\r\n  T\r\n");
+    EXPECT_EQ(Upper(Generate(Parameter, GetParam())), "SELECT \r\n  A,\r\n  :Y AS FIELD_1\r\nFROM\r\n  T\r\n");
     // A call with no alias of its own, or one spelled otherwise, round-trips.
     EXPECT_EQ(Upper(Generate("SELECT T() T FROM X", GetParam())), "SELECT \r\n  T()\r\nFROM\r\n  X\r\n");
     ExpectFixpoint("SELECT COUNT(*) FROM T", GetParam());
