@@ -104,15 +104,16 @@ std::string TZvFunctionDef::IdentifierScript() const {
     // The table is found by climbing out of nested argument lists: a column inside a call inside
     // a field belongs to the field's table.
     const TZvPersistent* Node = this;
-    for (;;) {
-        const auto* Item = dynamic_cast<const TZvCollectionItem*>(Node);
-        const auto* List = Item ? dynamic_cast<const TZvFunctionDefs*>(Item->GetCollection()) : nullptr;
+    while (Node) {
+        const TZvCollectionItem* Item = Node->AsItem();
+        const TZvCollection* Holder = Item ? Item->GetCollection() : nullptr;
+        const TZvFunctionDefs* List = Holder ? Holder->AsFunctionDefs() : nullptr;
         if (!List)
             break;
         Node = List->GetOwner();
     }
     std::string Prefix;
-    if (const auto* Table = dynamic_cast<const TZvTableDef*>(Node)) {
+    if (const TZvTableDef* Table = Node ? Node->AsTableDef() : nullptr) {
         Prefix = Table->GetPrefix();
         TZvSQLScanner* Scanner = GetScanner();
         if (!Prefix.empty() && Scanner && (Scanner->GetProcessAliases() || Prefix == Table->GetName()))
@@ -217,8 +218,9 @@ std::string TZvFieldDef::GetScript() const {
 }
 
 TZvTableDef* TZvFieldDef::GetTableDef() const {
-    const auto* Fields = dynamic_cast<const TZvFieldDefs*>(GetCollection());
-    return Fields ? Fields->GetTableDef() : nullptr;
+    const TZvCollection* Fields = GetCollection();
+    const TZvFieldDefs* List = Fields ? Fields->AsFieldDefs() : nullptr;
+    return List ? List->GetTableDef() : nullptr;
 }
 
 TZvTableDefs* TZvFieldDef::GetTableDefs() const {
@@ -258,7 +260,7 @@ void TZvFieldDef::Removing() {
 // ---- TZvFieldDefs ---------------------------------------------------------------------------
 
 TZvFieldDefs::TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
-    : TZvFunctionDefs(AOwner, std::move(AItemClass)), TableDef(dynamic_cast<TZvTableDef*>(AOwner)) {}
+    : TZvFunctionDefs(AOwner, std::move(AItemClass)), TableDef(AOwner ? AOwner->AsTableDef() : nullptr) {}
 
 TZvFieldDef* TZvFieldDefs::FindByName(std::string_view S) const {
     for (int I = 0; I < Count(); ++I)

@@ -85,6 +85,8 @@ public:
     TZvFunctionDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
         : TZvCollection(AOwner, std::move(AItemClass)) {}
 
+    TZvFunctionDefs* AsFunctionDefs() const override { return const_cast<TZvFunctionDefs*>(this); }
+
     TZvFunctionDef* Items(int Index) const { return static_cast<TZvFunctionDef*>(GetItem(Index)); }
     TZvFunctionDef* Add() { return static_cast<TZvFunctionDef*>(TZvCollection::Add()); }
     TZvFunctionDef* Insert(int Index) { return static_cast<TZvFunctionDef*>(TZvCollection::Insert(Index)); }
@@ -161,6 +163,8 @@ private:
 class TZvFieldDefs : public TZvFunctionDefs {
 public:
     TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass);
+
+    TZvFieldDefs* AsFieldDefs() const override { return const_cast<TZvFieldDefs*>(this); }
 
     TZvFieldDef* Items(int Index) const { return static_cast<TZvFieldDef*>(GetItem(Index)); }
     TZvFieldDef* Add() { return static_cast<TZvFieldDef*>(TZvCollection::Add()); }

@@ -67,7 +67,8 @@ void TZvJoinDef::Assign(const TZvCollectionItem& Source) {
 }
 
 TZvTableDef* TZvJoinDef::GetTableDef() const {
-    const auto* Joins = dynamic_cast<const TZvJoinDefs*>(GetCollection());
+    const TZvCollection* Holder = GetCollection();
+    const TZvJoinDefs* Joins = Holder ? Holder->AsJoinDefs() : nullptr;
     return Joins ? Joins->GetTableDef() : nullptr;
 }
 

@@ -86,6 +86,8 @@ public:
     // Owner is the table that holds the list; the list takes its parser from it.
     TZvJoinDefs(TZvTableDef* AOwner, TZvItemClass AItemClass);
 
+    TZvJoinDefs* AsJoinDefs() const override { return const_cast<TZvJoinDefs*>(this); }
+
     TZvJoinDef* Items(int Index) const { return static_cast<TZvJoinDef*>(GetItem(Index)); }
     TZvJoinDef* Add() { return static_cast<TZvJoinDef*>(TZvCollection::Add()); }
     TZvJoinDef* Insert(int Index) { return static_cast<TZvJoinDef*>(TZvCollection::Insert(Index)); }

@@ -134,7 +134,8 @@ std::string TZvTableDef::ProcessAlias(std::string_view S) const {
 }
 
 TZvTableDefs* TZvTableDef::GetTableDefs() const {
-    return dynamic_cast<TZvTableDefs*>(GetCollection());
+    TZvCollection* Tables = GetCollection();
+    return Tables ? Tables->AsTableDefs() : nullptr;
 }
 
 std::unique_ptr<TZvFieldDefs> TZvTableDef::CreateFieldDefs() const {

@@ -27,6 +27,8 @@ public:
     TZvTableDef();
     ~TZvTableDef() override;
 
+    TZvTableDef* AsTableDef() const override { return const_cast<TZvTableDef*>(this); }
+
     // Copies Alias, Name, TableType and a deep copy of the fields; not the joins.
     void Assign(const TZvCollectionItem& Source) override;
     // Also hands the parser to the fields and joins.
@@ -102,6 +104,8 @@ class TZvTableDefs : public TZvCollection {
 public:
     explicit TZvTableDefs(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvTableDef>());
     ~TZvTableDefs() override;
+
+    TZvTableDefs* AsTableDefs() const override { return const_cast<TZvTableDefs*>(this); }
 
     TZvTableDef* Items(int Index) const { return static_cast<TZvTableDef*>(GetItem(Index)); }
     TZvTableDef* Add() { return static_cast<TZvTableDef*>(TZvCollection::Add()); }
