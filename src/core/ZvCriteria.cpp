@@ -128,7 +128,7 @@ std::string TZvCriterion::ProcessName(std::string_view S) const {
 }
 
 std::string TZvCriterion::OperandScript(const TZvFunctionDef& Operand) const {
-    if (Operand.GetKind() == fkIdentifier && Operand.GetArguments().Count() == 0)
+    if (Operand.GetKind() == fkIdentifier && !Operand.HasArguments())
         return ProcessName(Operand.GetName());
     return Operand.GetScript();
 }

@@ -31,7 +31,10 @@ void TZvFunctionDef::Assign(const TZvCollectionItem& Source) {
     const auto* F = dynamic_cast<const TZvFunctionDef*>(&Source);
     if (!F || F == this)
         return;
-    GetArguments().Assign(F->GetArguments());
+    // An empty list is the same as none; making one on each side for every copied operand was a
+    // good part of a field's cost.
+    if (Arguments || F->HasArguments())
+        GetArguments().Assign(F->GetArguments());
     Kind = F->Kind;
     Name = F->Name;
     Tag = F->Tag;
@@ -68,6 +71,10 @@ TZvFunctionDefs& TZvFunctionDef::GetArguments() const {
     return *Arguments;
 }
 
+bool TZvFunctionDef::HasArguments() const {
+    return Arguments && Arguments->Count() > 0;
+}
+
 void TZvFunctionDef::SetArguments(const TZvFunctionDefs& Value) {
     GetArguments().Assign(Value);
 }
@@ -80,7 +87,7 @@ std::unique_ptr<TZvFunctionDefs> TZvFunctionDef::CreateArguments() const {
 }
 
 std::string TZvFunctionDef::GetScript() const {
-    if (Arguments && Arguments->Count() > 0)
+    if (HasArguments())
         return ProcessFunction(Name) + "(" + Arguments->GetScript() + ")";
     switch (Kind) {
     case fkFunction:

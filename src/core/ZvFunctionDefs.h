@@ -56,6 +56,8 @@ public:
     // The argument list, made by CreateArguments on first use (a constructor cannot reach the
     // override of a derived class).
     TZvFunctionDefs& GetArguments() const;
+    // True when the argument list exists and holds an item; makes no list.
+    bool HasArguments() const;
     void SetArguments(const TZvFunctionDefs& Value);
     // Opaque per-item data: carried and copied, read by no rule of the model.
     std::uint8_t GetTag() const { return Tag; }

@@ -322,7 +322,7 @@ bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
 namespace {
 
 bool IsBareColumn(const TZvFunctionDef& Arg) {
-    return Arg.GetKind() == fkIdentifier && Arg.GetArguments().Count() == 0;
+    return Arg.GetKind() == fkIdentifier && !Arg.HasArguments();
 }
 
 // Collects the qualifiers of every column in a call's arguments, at any depth; false when some
