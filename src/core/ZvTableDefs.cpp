@@ -303,6 +303,7 @@ void TZvTableDefs::Clear() {
     Positions.clear();
     AliasUse.clear();
     AliasIndexValid = false;
+    JoinIndex.Invalidate();
     ClearItems();
 }
 
@@ -341,13 +342,11 @@ std::string TZvTableDefs::GetUniqueAlias(std::string_view Base, bool ForceNumber
 bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
     if (!Table)
         return false;
-    for (int T = 0; T < Count(); ++T) {
-        const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-        for (int J = 0; J < Joins.Count(); ++J)
-            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Table->GetAlias()))
-                return true;
-    }
-    return false;
+    return AnyJoinNaming(Table->GetAlias(), [&](TZvJoinDef& Join) { return MakesJoined(Join, *Table); });
+}
+
+bool TZvTableDefs::MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const {
+    return SameIdentifier(Join.GetTableAlias(), Table.GetAlias());
 }
 
 void TZvTableDefs::UpdateJoins() {
@@ -355,12 +354,10 @@ void TZvTableDefs::UpdateJoins() {
 }
 
 void TZvTableDefs::UpdateTableAlias(std::string_view OldAlias, std::string_view NewAlias) {
-    for (int T = 0; T < Count(); ++T) {
-        TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-        for (int J = 0; J < Joins.Count(); ++J)
-            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), OldAlias))
-                Joins.Items(J)->SetTableAlias(std::string(NewAlias));
-    }
+    AnyJoinNaming(OldAlias, [NewAlias](TZvJoinDef& Join) {
+        Join.SetTableAlias(std::string(NewAlias));
+        return false;
+    });
 }
 
 void TZvTableDefs::UpdateFieldAliases() {
@@ -516,6 +513,8 @@ void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
 }
 
 void TZvTableDefs::ItemsMoved() {
+    // A table that goes takes its joins along.
+    JoinIndex.Invalidate();
     TableIndexValid = false;
     TableByAlias.clear();
     TableByName.clear();
@@ -549,6 +548,55 @@ void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int
         Leaving->second.First = Next;
     }
     IndexTable(Index, std::move(NewKey), At);
+}
+
+// Join index ------------------------------------------------------------------------------------
+
+bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const {
+    // A few joins are found faster by a walk than through an index that has to be built per
+    // statement (most statements join two to four tables).
+    constexpr int WalkedTables = 16;
+    if (Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive())) {
+        for (int T = 0; T < Count(); ++T) {
+            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+            for (int J = 0; J < Joins.Count(); ++J)
+                if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Alias) && Visit(*Joins.Items(J)))
+                    return true;
+        }
+        return false;
+    }
+    // A copy: the visit may re-point a join, which moves it within the index being read.
+    const std::vector<TZvJoinDef*> Naming = JoinTargets().Naming(Alias);
+    return std::any_of(Naming.begin(), Naming.end(), [&Visit](TZvJoinDef* Join) { return Visit(*Join); });
+}
+
+TZvJoinTargetIndex& TZvTableDefs::JoinTargets() const {
+    const bool Exact = CaseSensitive();
+    if (!JoinIndex.Usable(Exact)) {
+        JoinIndex.Reset(Exact);
+        for (int T = 0; T < Count(); ++T) {
+            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+            for (int J = 0; J < Joins.Count(); ++J)
+                JoinIndex.Add(Joins.Items(J), Joins.Items(J)->GetTableAlias());
+        }
+    }
+    return JoinIndex;
+}
+
+void TZvTableDefs::JoinAppended(TZvJoinDef& Join) {
+    if (JoinIndex.Usable(CaseSensitive()))
+        JoinIndex.Add(&Join, Join.GetTableAlias());
+}
+
+void TZvTableDefs::JoinTargetChanged(TZvJoinDef& Join, std::string_view Old, std::string_view New) {
+    if (!JoinIndex.Usable(CaseSensitive()))
+        return;
+    JoinIndex.Remove(&Join, Old);
+    JoinIndex.Add(&Join, New);
+}
+
+void TZvTableDefs::JoinsMoved() {
+    JoinIndex.Invalidate();
 }
 
 // Bulk removal ----------------------------------------------------------------------------------

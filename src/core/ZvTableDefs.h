@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -128,7 +129,7 @@ public:
     // as its alias; ForceNumber asks for a number even when Base is free. In lower case when the
     // parser's dialect writes aliases so.
     std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
-    // True when some join of some table targets Table's alias.
+    // True when some join of some table makes Table joined (see MakesJoined).
     bool IsTableJoined(const TZvTableDef* Table) const;
     // Drops the joins whose target is found neither by alias nor by name.
     void UpdateJoins();
@@ -150,7 +151,22 @@ public:
 private:
     friend class TZvFieldDef;
     friend class TZvFieldDefs;
+    friend class TZvJoinDef;
+    friend class TZvJoinDefs;
     friend class TZvTableDef;
+
+    // Whether Join makes Table a joined table, one written in the FROM list only after its JOIN:
+    // the join names it as target. The one place that rule lives; the join index only narrows the
+    // joins asked to those whose target has the key of Table's alias.
+    bool MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const;
+    // Visits the joins whose target alias is SameIdentifier to Alias until Visit returns true;
+    // true when it did.
+    bool AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const;
+    // The join index, built first when it was dropped or the case rule changed since.
+    TZvJoinTargetIndex& JoinTargets() const;
+    void JoinAppended(TZvJoinDef& Join);
+    void JoinTargetChanged(TZvJoinDef& Join, std::string_view Old, std::string_view New);
+    void JoinsMoved();
 
     // Position bookkeeping: Positions[i] is the field whose AbsIndex is i.
     void AppendPosition(TZvFieldDef* Field);
@@ -194,6 +210,7 @@ private:
     bool TableIndexUsable() const;
 
     std::vector<TZvFieldDef*> Positions;
+    mutable TZvJoinTargetIndex JoinIndex;
     mutable TZvTableKeyIndex TableByAlias;
     mutable TZvTableKeyIndex TableByName;
     mutable bool TableIndexValid = false;
