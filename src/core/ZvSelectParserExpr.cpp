@@ -161,7 +161,7 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         Target.SetName(Sign + Target.GetName());
     }
     if ((Params & pepCreateTableDef) && !TableRef.empty())
-        FindOrCreateTable(TableRef);
+        ExpressionTable = FindOrCreateTable(TableRef);
     if (Params & pepEnableAlias)
         ReadAlias(Target);
     return TableRef;
@@ -413,11 +413,16 @@ void TZvSelectParser::DoParseFieldDef() {
     TZvFieldDef Scratch;
     Scratch.SetParser(this);
     ExpressionHadAlias = false;
+    ExpressionTable = nullptr;
     const std::string TableRef = DoParseExpression(Scratch, pepCreateTableDef | pepEnableAlias);
     if (State == ssError)
         return;
     TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table = TableRef.empty() ? Tables.FindByAlias("") : FindOrCreateTable(TableRef);
+    // Reading the alias after the expression touches no table, so the table the expression
+    // found for its qualifier is still the one.
+    TZvTableDef* Table = TableRef.empty()   ? Tables.FindByAlias("")
+                         : ExpressionTable ? ExpressionTable
+                                           : FindOrCreateTable(TableRef);
     if (Table == nullptr)
         Table = Tables.Add();
     TZvFieldDef* Field = Table->GetFieldDefs().Add();
