@@ -314,11 +314,11 @@ void TZvTableDefs::EndUpdate() {
 }
 
 TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
-    return FindIn(TableByAlias, S);
+    return FindIn(TableByAlias, &TZvTableDef::GetAlias, S);
 }
 
 TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
-    return FindIn(TableByName, S);
+    return FindIn(TableByName, &TZvTableDef::GetName, S);
 }
 
 TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
@@ -475,7 +475,16 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
 
 // Table index -----------------------------------------------------------------------------------
 
-TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_view S) const {
+TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const {
+    // A few tables are found faster by a walk than through an index that has to be built and kept
+    // per statement (most statements name one to four tables).
+    constexpr int WalkedTables = 8;
+    if (Count() <= WalkedTables && !TableIndexUsable()) {
+        for (int T = 0; T < Count(); ++T)
+            if (SameIdentifier((Items(T)->*Key)(), S))
+                return Items(T);
+        return nullptr;
+    }
     if (!TableIndexUsable()) {
         const bool Exact = CaseSensitive();
         TableByAlias.clear();

@@ -475,6 +475,32 @@ TEST(TZvTableDefs, FindByAliasAndNameFollowRenamesRemovalsAndInsertions) {
     EXPECT_EQ(M.Tables.FindByName(""), nullptr);
 }
 
+TEST(TZvTableDefs, ManyTablesAreFoundByAliasAndNameThroughRenamesRemovalsAndInsertions) {
+    TModel M;
+    std::vector<TZvTableDef*> T;
+    for (int I = 0; I < 12; ++I)
+        T.push_back(M.Table("T" + std::to_string(I), "A" + std::to_string(I)));
+    TZvTableDef* Twin = M.Table("t3", "a3");
+    EXPECT_EQ(M.Tables.FindByAlias("a3"), T[3]);
+    EXPECT_EQ(M.Tables.FindByName("t11"), T[11]);
+    EXPECT_EQ(M.Tables.FindByAlias("A12"), nullptr);
+    T[3]->SetAlias("THREE");
+    EXPECT_EQ(M.Tables.FindByAlias("A3"), Twin);
+    EXPECT_EQ(M.Tables.FindByAlias("three"), T[3]);
+    T[3]->SetName("X");
+    EXPECT_EQ(M.Tables.FindByName("T3"), Twin);
+    M.Tables.Remove(T[0]);
+    EXPECT_EQ(M.Tables.FindByAlias("A0"), nullptr);
+    EXPECT_EQ(M.Tables.FindByAlias("A1"), T[1]);
+    TZvTableDef* First = M.Tables.Insert(0);
+    First->SetName("T5");
+    EXPECT_EQ(M.Tables.FindByName("t5"), First);
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    EXPECT_EQ(M.Tables.FindByAlias("a3"), Twin);
+    EXPECT_EQ(M.Tables.FindByName("t5"), nullptr);
+    EXPECT_EQ(M.Tables.FindByName("T5"), First);
+}
+
 // ---- Joins kept in step -----------------------------------------------------------------------
 
 TEST(TZvTableDefs, IsTableJoinedLooksAtTheJoinsOfEveryTable) {
