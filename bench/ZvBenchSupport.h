@@ -6,6 +6,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <map>
+#include <utility>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,7 +26,7 @@ struct TZvBenchDialect {
 
 inline const std::vector<TZvBenchDialect>& BenchDialects() {
     static const std::vector<TZvBenchDialect> Dialects = {
-        {"generic"}, {"postgresql"}, {"db2"}, {"oracle"}, {"mysql"}, {"dbisam"}, {"mssql"},
+        {"generic"}, {"interbase"}, {"postgresql"}, {"db2"}, {"oracle"}, {"mysql"}, {"dbisam"}, {"mssql"},
     };
     return Dialects;
 }
@@ -40,15 +42,23 @@ void RegisterPerDialect(const std::string& Base, TBody Body, TConfigure Configur
 }
 
 // The corpora of the throughput suites: 2,000 typical statements (about 0.67 MB) and 200 large
-// ones, from the fixed seed, made once per process.
-inline const std::vector<std::string>& TypicalCorpus() {
-    static const std::vector<std::string> Corpus = MakeCorpus(TZvCorpusKind::Typical, 2000);
-    return Corpus;
+// ones, from the fixed seed, in the spelling of the dialect named Dialect; made once per process
+// and dialect.
+inline const std::vector<std::string>& CachedCorpus(TZvCorpusKind Kind, std::size_t Count, const char* Dialect) {
+    static std::map<std::pair<TZvCorpusKind, std::string>, std::vector<std::string>> Corpora;
+    const auto Key = std::make_pair(Kind, std::string(Dialect));
+    auto Found = Corpora.find(Key);
+    if (Found == Corpora.end())
+        Found = Corpora.emplace(Key, MakeCorpus(Kind, Count, 42, Dialect)).first;
+    return Found->second;
 }
 
-inline const std::vector<std::string>& LargeCorpus() {
-    static const std::vector<std::string> Corpus = MakeCorpus(TZvCorpusKind::Large, 200);
-    return Corpus;
+inline const std::vector<std::string>& TypicalCorpus(const char* Dialect = "generic") {
+    return CachedCorpus(TZvCorpusKind::Typical, 2000, Dialect);
+}
+
+inline const std::vector<std::string>& LargeCorpus(const char* Dialect = "generic") {
+    return CachedCorpus(TZvCorpusKind::Large, 200, Dialect);
 }
 
 // Parses Text outside the timing; a statement the dialect rejects stops the benchmark with the

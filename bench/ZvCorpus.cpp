@@ -220,15 +220,33 @@ std::string TZvCorpusGenerator::Statement(const TShape& Shape) {
     return Text;
 }
 
-std::vector<std::string> MakeCorpus(TZvCorpusKind Kind, std::size_t Count, std::uint64_t Seed) {
+std::vector<std::string> MakeCorpus(TZvCorpusKind Kind, std::size_t Count, std::uint64_t Seed,
+                                    std::string_view Dialect) {
     TZvCorpusGenerator Generator(Seed);
     std::vector<std::string> Statements;
     Statements.reserve(Count);
     for (std::size_t I = 0; I < Count; ++I) {
         const bool Large = Kind == TZvCorpusKind::Large || (Kind == TZvCorpusKind::Mixed && I % 20 == 19);
-        Statements.push_back(Large ? Generator.Large() : Generator.Typical());
+        Statements.push_back(ForDialect(Large ? Generator.Large() : Generator.Typical(), Dialect));
     }
     return Statements;
+}
+
+std::string ForDialect(std::string Statement, std::string_view Dialect) {
+    const auto ReplaceAll = [&Statement](std::string_view From, std::string_view To) {
+        for (std::size_t At = Statement.find(From); At != std::string::npos;
+             At = Statement.find(From, At + To.size()))
+            Statement.replace(At, From.size(), To);
+    };
+    if (Dialect == "mysql") {
+        ReplaceAll("\"Order Date\"", "`Order Date`");
+        ReplaceAll("\"Unit Price\"", "`Unit Price`");
+    } else if (Dialect == "oracle") {
+        ReplaceAll("<>", "!=");
+        ReplaceAll("COALESCE(", "NVL(");
+        ReplaceAll(" FULL OUTER JOIN ", " LEFT OUTER JOIN ");
+    }
+    return Statement;
 }
 
 std::string MakeWideStatement(int Fields, int Tables) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zv {
@@ -71,8 +72,18 @@ enum class TZvCorpusKind : std::uint8_t {
     Mixed,   // typical statements with every 20th one large
 };
 
-// Count statements of Kind from Seed, one string each.
-std::vector<std::string> MakeCorpus(TZvCorpusKind Kind, std::size_t Count, std::uint64_t Seed = 42);
+// Count statements of Kind from Seed, one string each, in the spelling of the dialect named
+// Dialect (see ForDialect).
+std::vector<std::string> MakeCorpus(TZvCorpusKind Kind, std::size_t Count, std::uint64_t Seed = 42,
+                                    std::string_view Dialect = "generic");
+
+// Statement, a statement of the generator, as the dialect named Dialect spells it, so that every
+// dialect reads the same statements: MySQL quotes names with back quotes (a double quote opens a
+// string there); Oracle writes "!=" for "<>", NVL for COALESCE, and a left outer join for a full
+// one (a full join is refused unless the server is said to take it). Every other dialect, and an
+// unknown name, reads the statement as it is. The generator's words contain none of the replaced
+// texts, so the replacements touch nothing else.
+std::string ForDialect(std::string Statement, std::string_view Dialect);
 
 // One statement selecting Fields columns from Tables tables (tab0 t0, tab1 t1, ...), each table
 // from the second on joined to the one before it. Field i selects column "c<i / Tables>" of

@@ -76,7 +76,7 @@ void RegisterOnCorpora(const std::string& Suite, TBody Body) {
         RegisterPerDialect(
             Suite + "/" + CorpusName,
             [Body, Corpus](benchmark::State& State, const TZvBenchDialect* Dialect) {
-                Body(State, Dialect, &Corpus());
+                Body(State, Dialect, &Corpus(Dialect->Name));
             },
             Configure);
     }

@@ -6,7 +6,7 @@ namespace zv {
 namespace {
 
 void Tokenize(benchmark::State& State, const TZvBenchDialect* Dialect) {
-    const std::vector<std::string>& Corpus = TypicalCorpus();
+    const std::vector<std::string>& Corpus = TypicalCorpus(Dialect->Name);
     const std::string Text = JoinCorpus(Corpus, "\r\n");
     const std::unique_ptr<TZvSelectParser> Parser = Dialect->Create();
     // The dialect's own scanner, as the parser makes it.

@@ -9,7 +9,7 @@
 
 namespace {
 
-const char* const kUsage = "usage: make_corpus [--seed N] [--kind typical|large|mixed] COUNT\n"
+const char* const kUsage = "usage: make_corpus [--seed N] [--kind typical|large|mixed] [--dialect NAME] COUNT\n"
                            "       make_corpus --wide FIELDS TABLES\n";
 
 int Usage() {
@@ -37,6 +37,7 @@ int main(int Argc, char** Argv) {
     }
     long Seed = 42, Count = 0;
     zv::TZvCorpusKind Kind = zv::TZvCorpusKind::Typical;
+    std::string Dialect = "generic";
     for (std::size_t I = 0; I < Args.size(); ++I) {
         if (Args[I] == "--seed" && I + 1 < Args.size()) {
             if (!ParsePositive(Args[++I], Seed))
@@ -51,6 +52,8 @@ int main(int Argc, char** Argv) {
                 Kind = zv::TZvCorpusKind::Mixed;
             else
                 return Usage();
+        } else if (Args[I] == "--dialect" && I + 1 < Args.size()) {
+            Dialect = Args[++I];
         } else if (Count == 0 && ParsePositive(Args[I], Count)) {
             continue;
         } else {
@@ -60,7 +63,7 @@ int main(int Argc, char** Argv) {
     if (Count == 0)
         return Usage();
     for (const std::string& Statement :
-         zv::MakeCorpus(Kind, static_cast<std::size_t>(Count), static_cast<std::uint64_t>(Seed)))
+         zv::MakeCorpus(Kind, static_cast<std::size_t>(Count), static_cast<std::uint64_t>(Seed), Dialect))
         std::cout << Statement << '\n';
     return 0;
 }

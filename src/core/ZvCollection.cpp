@@ -72,11 +72,6 @@ TZvCollection::~TZvCollection() {
     ClearItems();
 }
 
-TZvCollectionItem* TZvCollection::GetItem(int Index) const {
-    CheckIndex(Index, Count() - 1);
-    return Items[static_cast<std::size_t>(Index)].get();
-}
-
 TZvCollectionItem* TZvCollection::Add() {
     return Insert(Count());
 }
@@ -193,7 +188,11 @@ void TZvCollection::Renumber(int From) {
 
 void TZvCollection::CheckIndex(int Index, int Limit) const {
     if (Index < 0 || Index > Limit)
-        throw EZvError("List index out of bounds (" + std::to_string(Index) + ")");
+        OutOfBounds(Index);
+}
+
+void TZvCollection::OutOfBounds(int Index) {
+    throw EZvError("List index out of bounds (" + std::to_string(Index) + ")");
 }
 
 } // namespace zv

@@ -18,7 +18,8 @@ bool ListLiesWithin(const TZvCollection* Inner, const TZvCollection* Outer) {
     while (Inner) {
         if (Inner == Outer)
             return true;
-        const auto* Owner = dynamic_cast<const TZvCriterion*>(Inner->GetOwner());
+        const TZvPersistent* Above = Inner->GetOwner();
+        const TZvCriterion* Owner = Above ? Above->AsCriterion() : nullptr;
         if (!Owner)
             return false;
         Inner = Owner->GetCollection();
@@ -127,7 +128,7 @@ std::string TZvCriterion::ProcessName(std::string_view S) const {
 }
 
 std::string TZvCriterion::OperandScript(const TZvFunctionDef& Operand) const {
-    if (Operand.GetKind() == fkIdentifier && Operand.GetArguments().Count() == 0)
+    if (Operand.GetKind() == fkIdentifier && !Operand.HasArguments())
         return ProcessName(Operand.GetName());
     return Operand.GetScript();
 }
@@ -229,7 +230,7 @@ std::string TZvCriterions::GetScript() const {
         // one condition or to the whole connective.
         Result = Count() < 2 ? Not + " " + Result : Not + " (" + Result + ")";
     }
-    if (!Result.empty() && !dynamic_cast<const TZvCriterion*>(GetOwner()))
+    if (!Result.empty() && !(GetOwner() && GetOwner()->AsCriterion()))
         Result += "\r\n";
     return Result;
 }

@@ -29,6 +29,8 @@ public:
     TZvCriterion();
     ~TZvCriterion() override;
 
+    TZvCriterion* AsCriterion() const override { return const_cast<TZvCriterion*>(this); }
+
     // Copies LeftSide, OperatorCaption, RightSide, SubItems and Tag from another criterion.
     void Assign(const TZvCollectionItem& Source) override;
     // Hands the parser to both sides and the sub-list; then, when the parser's operator list is

@@ -31,7 +31,10 @@ void TZvFunctionDef::Assign(const TZvCollectionItem& Source) {
     const auto* F = dynamic_cast<const TZvFunctionDef*>(&Source);
     if (!F || F == this)
         return;
-    GetArguments().Assign(F->GetArguments());
+    // An empty list is the same as none; making one on each side for every copied operand was a
+    // good part of a field's cost.
+    if (Arguments || F->HasArguments())
+        GetArguments().Assign(F->GetArguments());
     Kind = F->Kind;
     Name = F->Name;
     Tag = F->Tag;
@@ -68,6 +71,10 @@ TZvFunctionDefs& TZvFunctionDef::GetArguments() const {
     return *Arguments;
 }
 
+bool TZvFunctionDef::HasArguments() const {
+    return Arguments && Arguments->Count() > 0;
+}
+
 void TZvFunctionDef::SetArguments(const TZvFunctionDefs& Value) {
     GetArguments().Assign(Value);
 }
@@ -80,7 +87,7 @@ std::unique_ptr<TZvFunctionDefs> TZvFunctionDef::CreateArguments() const {
 }
 
 std::string TZvFunctionDef::GetScript() const {
-    if (Arguments && Arguments->Count() > 0)
+    if (HasArguments())
         return ProcessFunction(Name) + "(" + Arguments->GetScript() + ")";
     switch (Kind) {
     case fkFunction:
@@ -104,15 +111,16 @@ std::string TZvFunctionDef::IdentifierScript() const {
     // The table is found by climbing out of nested argument lists: a column inside a call inside
     // a field belongs to the field's table.
     const TZvPersistent* Node = this;
-    for (;;) {
-        const auto* Item = dynamic_cast<const TZvCollectionItem*>(Node);
-        const auto* List = Item ? dynamic_cast<const TZvFunctionDefs*>(Item->GetCollection()) : nullptr;
+    while (Node) {
+        const TZvCollectionItem* Item = Node->AsItem();
+        const TZvCollection* Holder = Item ? Item->GetCollection() : nullptr;
+        const TZvFunctionDefs* List = Holder ? Holder->AsFunctionDefs() : nullptr;
         if (!List)
             break;
         Node = List->GetOwner();
     }
     std::string Prefix;
-    if (const auto* Table = dynamic_cast<const TZvTableDef*>(Node)) {
+    if (const TZvTableDef* Table = Node ? Node->AsTableDef() : nullptr) {
         Prefix = Table->GetPrefix();
         TZvSQLScanner* Scanner = GetScanner();
         if (!Prefix.empty() && Scanner && (Scanner->GetProcessAliases() || Prefix == Table->GetName()))
@@ -217,8 +225,9 @@ std::string TZvFieldDef::GetScript() const {
 }
 
 TZvTableDef* TZvFieldDef::GetTableDef() const {
-    const auto* Fields = dynamic_cast<const TZvFieldDefs*>(GetCollection());
-    return Fields ? Fields->GetTableDef() : nullptr;
+    const TZvCollection* Fields = GetCollection();
+    const TZvFieldDefs* List = Fields ? Fields->AsFieldDefs() : nullptr;
+    return List ? List->GetTableDef() : nullptr;
 }
 
 TZvTableDefs* TZvFieldDef::GetTableDefs() const {
@@ -258,7 +267,7 @@ void TZvFieldDef::Removing() {
 // ---- TZvFieldDefs ---------------------------------------------------------------------------
 
 TZvFieldDefs::TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
-    : TZvFunctionDefs(AOwner, std::move(AItemClass)), TableDef(dynamic_cast<TZvTableDef*>(AOwner)) {}
+    : TZvFunctionDefs(AOwner, std::move(AItemClass)), TableDef(AOwner ? AOwner->AsTableDef() : nullptr) {}
 
 TZvFieldDef* TZvFieldDefs::FindByName(std::string_view S) const {
     for (int I = 0; I < Count(); ++I)

@@ -56,6 +56,8 @@ public:
     // The argument list, made by CreateArguments on first use (a constructor cannot reach the
     // override of a derived class).
     TZvFunctionDefs& GetArguments() const;
+    // True when the argument list exists and holds an item; makes no list.
+    bool HasArguments() const;
     void SetArguments(const TZvFunctionDefs& Value);
     // Opaque per-item data: carried and copied, read by no rule of the model.
     std::uint8_t GetTag() const { return Tag; }
@@ -84,6 +86,8 @@ class TZvFunctionDefs : public TZvCollection {
 public:
     TZvFunctionDefs(TZvPersistent* AOwner, TZvItemClass AItemClass)
         : TZvCollection(AOwner, std::move(AItemClass)) {}
+
+    TZvFunctionDefs* AsFunctionDefs() const override { return const_cast<TZvFunctionDefs*>(this); }
 
     TZvFunctionDef* Items(int Index) const { return static_cast<TZvFunctionDef*>(GetItem(Index)); }
     TZvFunctionDef* Add() { return static_cast<TZvFunctionDef*>(TZvCollection::Add()); }
@@ -161,6 +165,8 @@ private:
 class TZvFieldDefs : public TZvFunctionDefs {
 public:
     TZvFieldDefs(TZvPersistent* AOwner, TZvItemClass AItemClass);
+
+    TZvFieldDefs* AsFieldDefs() const override { return const_cast<TZvFieldDefs*>(this); }
 
     TZvFieldDef* Items(int Index) const { return static_cast<TZvFieldDef*>(GetItem(Index)); }
     TZvFieldDef* Add() { return static_cast<TZvFieldDef*>(TZvCollection::Add()); }

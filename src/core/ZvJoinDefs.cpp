@@ -6,6 +6,8 @@
 #include "ZvTableDefs.h"
 #include "ZvUtils.h"
 
+#include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace zv {
@@ -57,7 +59,7 @@ void TZvJoinDef::Assign(const TZvCollectionItem& Source) {
         Operator = J->Operator;
         Kind = J->Kind;
         RightField = J->RightField;
-        TableAlias = J->TableAlias;
+        SetTableAlias(J->TableAlias);
         LeftField = J->LeftField;
         Pending = J->Pending;
         RightConst = J->RightConst;
@@ -66,8 +68,20 @@ void TZvJoinDef::Assign(const TZvCollectionItem& Source) {
     }
 }
 
+void TZvJoinDef::SetTableAlias(std::string Value) {
+    if (TZvTableDefs* Tables = GetStatementTables())
+        Tables->JoinTargetChanged(*this, TableAlias, Value);
+    TableAlias = std::move(Value);
+}
+
+TZvTableDefs* TZvJoinDef::GetStatementTables() const {
+    const TZvTableDef* Table = GetTableDef();
+    return Table ? Table->GetTableDefs() : nullptr;
+}
+
 TZvTableDef* TZvJoinDef::GetTableDef() const {
-    const auto* Joins = dynamic_cast<const TZvJoinDefs*>(GetCollection());
+    const TZvCollection* Holder = GetCollection();
+    const TZvJoinDefs* Joins = Holder ? Holder->AsJoinDefs() : nullptr;
     return Joins ? Joins->GetTableDef() : nullptr;
 }
 
@@ -173,6 +187,20 @@ void TZvJoinDefs::DeleteCorrespondedJoinsWithConst(const TZvJoinDef* Join) {
             Delete(I);
 }
 
+void TZvJoinDefs::ItemAppended(TZvCollectionItem* Item) {
+    if (TZvTableDefs* Tables = GetStatementTables())
+        Tables->JoinAppended(*static_cast<TZvJoinDef*>(Item));
+}
+
+void TZvJoinDefs::ItemsMoved() {
+    if (TZvTableDefs* Tables = GetStatementTables())
+        Tables->JoinsMoved();
+}
+
+TZvTableDefs* TZvJoinDefs::GetStatementTables() const {
+    return TableDef ? TableDef->GetTableDefs() : nullptr;
+}
+
 std::string TZvJoinDefs::GetScript() const {
     if (!TableDef)
         return {};
@@ -186,6 +214,42 @@ std::string TZvJoinDefs::GetScript() const {
         Text += Line;
     }
     return Text;
+}
+
+// ---- TZvJoinTargetIndex ---------------------------------------------------------------------
+
+void TZvJoinTargetIndex::Reset(bool CaseSensitive) {
+    Joins.clear();
+    Exact = CaseSensitive;
+    Valid = true;
+}
+
+void TZvJoinTargetIndex::Invalidate() {
+    Joins.clear();
+    Valid = false;
+}
+
+void TZvJoinTargetIndex::Add(TZvJoinDef* Join, std::string_view Alias) {
+    Joins[Key(Alias)].push_back(Join);
+}
+
+void TZvJoinTargetIndex::Remove(const TZvJoinDef* Join, std::string_view Alias) {
+    const auto Found = Joins.find(Key(Alias));
+    assert(Found != Joins.end() && "a join left the index under a target it was not filed under");
+    std::vector<TZvJoinDef*>& Naming = Found->second;
+    Naming.erase(std::find(Naming.begin(), Naming.end(), Join));
+    if (Naming.empty())
+        Joins.erase(Found);
+}
+
+const std::vector<TZvJoinDef*>& TZvJoinTargetIndex::Naming(std::string_view Alias) const {
+    static const std::vector<TZvJoinDef*> None;
+    const auto Found = Joins.find(Key(Alias));
+    return Found == Joins.end() ? None : Found->second;
+}
+
+std::string TZvJoinTargetIndex::Key(std::string_view Alias) const {
+    return Exact ? std::string(Alias) : UpperCase(Alias);
 }
 
 } // namespace zv

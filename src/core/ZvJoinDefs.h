@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "ZvCollection.h"
@@ -13,6 +14,7 @@
 namespace zv {
 
 class TZvTableDef;
+class TZvTableDefs;
 
 enum TZvJoinKind : std::uint8_t { zvjInnerJoin, zvjLOuterJoin, zvjROuterJoin, zvjFOuterJoin };
 
@@ -56,7 +58,8 @@ public:
     const std::string& GetRightField() const { return RightField; }
     void SetRightField(std::string Value) { RightField = std::move(Value); }
     const std::string& GetTableAlias() const { return TableAlias; }
-    void SetTableAlias(std::string Value) { TableAlias = std::move(Value); }
+    // Also tells the statement's table list, which keeps the joins by their target.
+    void SetTableAlias(std::string Value);
     const std::string& GetLeftField() const { return LeftField; }
     void SetLeftField(std::string Value) { LeftField = std::move(Value); }
     bool GetPending() const { return Pending; }
@@ -69,6 +72,9 @@ public:
     void SetSwapped(bool Value) { Swapped = Value; }
 
 private:
+    // The table list of the statement the join's table belongs to; null elsewhere.
+    TZvTableDefs* GetStatementTables() const;
+
     std::string Operator = "=";
     TZvJoinKind Kind = zvjInnerJoin;
     std::string RightField;
@@ -85,6 +91,8 @@ class TZvJoinDefs : public TZvCollection {
 public:
     // Owner is the table that holds the list; the list takes its parser from it.
     TZvJoinDefs(TZvTableDef* AOwner, TZvItemClass AItemClass);
+
+    TZvJoinDefs* AsJoinDefs() const override { return const_cast<TZvJoinDefs*>(this); }
 
     TZvJoinDef* Items(int Index) const { return static_cast<TZvJoinDef*>(GetItem(Index)); }
     TZvJoinDef* Add() { return static_cast<TZvJoinDef*>(TZvCollection::Add()); }
@@ -103,8 +111,39 @@ public:
     // empty for a list without owner or without such joins.
     std::string GetScript() const;
 
+protected:
+    // Keep the statement's index of join targets in step (see TZvJoinTargetIndex).
+    void ItemAppended(TZvCollectionItem* Item) override;
+    void ItemsMoved() override;
+
 private:
+    TZvTableDefs* GetStatementTables() const;
+
     TZvTableDef* TableDef;
+};
+
+// The joins of a statement by the key of their target alias (the alias itself, or upper-cased
+// where names compare without case), so that "which joins name this table" is one look-up rather
+// than a walk through every join of every table, which made renaming and writing N tables cost
+// N squared. The table list owns it, keeps it in step with appended joins and changed targets, and
+// drops it on any other change of its lists; it is built again, in one pass, on the next question.
+class TZvJoinTargetIndex {
+public:
+    bool Usable(bool CaseSensitive) const { return Valid && CaseSensitive == Exact; }
+    // Empties the index and marks it built for the given case rule.
+    void Reset(bool CaseSensitive);
+    void Invalidate();
+    void Add(TZvJoinDef* Join, std::string_view Alias);
+    void Remove(const TZvJoinDef* Join, std::string_view Alias);
+    // The joins whose target alias has Alias's key, in no particular order.
+    const std::vector<TZvJoinDef*>& Naming(std::string_view Alias) const;
+
+private:
+    std::string Key(std::string_view Alias) const;
+
+    std::unordered_map<std::string, std::vector<TZvJoinDef*>> Joins;
+    bool Valid = false;
+    bool Exact = true;
 };
 
 } // namespace zv

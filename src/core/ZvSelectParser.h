@@ -315,6 +315,9 @@ private:
     TZvJoinKind LastJoinKind = zvjInnerJoin;
     TZvTableDef* JoinedTable = nullptr;
     bool ExpressionHadAlias = false;
+    // The table an expression read with pepCreateTableDef found or made for its qualifier, so
+    // that the field reader does not look it up a second time; null when it named none.
+    TZvTableDef* ExpressionTable = nullptr;
     // Where the token before the current one ended in the text (1-based, exclusive).
     std::int32_t PrevTokenEnd = 1;
     // Nested calls and condition brackets are read by recursion or grow a tree that is written

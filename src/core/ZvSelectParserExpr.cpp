@@ -161,7 +161,7 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         Target.SetName(Sign + Target.GetName());
     }
     if ((Params & pepCreateTableDef) && !TableRef.empty())
-        FindOrCreateTable(TableRef);
+        ExpressionTable = FindOrCreateTable(TableRef);
     if (Params & pepEnableAlias)
         ReadAlias(Target);
     return TableRef;
@@ -339,7 +339,7 @@ bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
 namespace {
 
 bool IsBareColumn(const TZvFunctionDef& Arg) {
-    return Arg.GetKind() == fkIdentifier && Arg.GetArguments().Count() == 0;
+    return Arg.GetKind() == fkIdentifier && !Arg.HasArguments();
 }
 
 // Collects the qualifiers of every column in a call's arguments, at any depth; false when some
@@ -430,11 +430,16 @@ void TZvSelectParser::DoParseFieldDef() {
     TZvFieldDef Scratch;
     Scratch.SetParser(this);
     ExpressionHadAlias = false;
+    ExpressionTable = nullptr;
     const std::string TableRef = DoParseExpression(Scratch, pepCreateTableDef | pepEnableAlias);
     if (State == ssError)
         return;
     TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table = TableRef.empty() ? Tables.FindByAlias("") : FindOrCreateTable(TableRef);
+    // Reading the alias after the expression touches no table, so the table the expression
+    // found for its qualifier is still the one.
+    TZvTableDef* Table = TableRef.empty()   ? Tables.FindByAlias("")
+                         : ExpressionTable ? ExpressionTable
+                                           : FindOrCreateTable(TableRef);
     if (Table == nullptr)
         Table = Tables.Add();
     TZvFieldDef* Field = Table->GetFieldDefs().Add();

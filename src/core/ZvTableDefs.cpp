@@ -134,7 +134,8 @@ std::string TZvTableDef::ProcessAlias(std::string_view S) const {
 }
 
 TZvTableDefs* TZvTableDef::GetTableDefs() const {
-    return dynamic_cast<TZvTableDefs*>(GetCollection());
+    TZvCollection* Tables = GetCollection();
+    return Tables ? Tables->AsTableDefs() : nullptr;
 }
 
 std::unique_ptr<TZvFieldDefs> TZvTableDef::CreateFieldDefs() const {
@@ -302,6 +303,7 @@ void TZvTableDefs::Clear() {
     Positions.clear();
     AliasUse.clear();
     AliasIndexValid = false;
+    JoinIndex.Invalidate();
     ClearItems();
 }
 
@@ -312,11 +314,11 @@ void TZvTableDefs::EndUpdate() {
 }
 
 TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
-    return FindIn(TableByAlias, S);
+    return FindIn(TableByAlias, &TZvTableDef::GetAlias, S);
 }
 
 TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
-    return FindIn(TableByName, S);
+    return FindIn(TableByName, &TZvTableDef::GetName, S);
 }
 
 TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
@@ -340,18 +342,17 @@ std::string TZvTableDefs::GetUniqueAlias(std::string_view Base, bool ForceNumber
 bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
     if (!Table)
         return false;
-    for (int T = 0; T < Count(); ++T) {
-        const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-        for (int J = 0; J < Joins.Count(); ++J)
-            if (JoinsAnotherTable(*Items(T), *Joins.Items(J)) &&
-                SameIdentifier(Joins.Items(J)->GetTableAlias(), Table->GetAlias()))
-                return true;
-    }
-    return false;
+    return AnyJoinNaming(Table->GetAlias(), [&](TZvJoinDef& Join) { return MakesJoined(Join, *Table); });
 }
 
-bool TZvTableDefs::JoinsAnotherTable(const TZvTableDef& Owner, const TZvJoinDef& Join) const {
-    return !SameIdentifier(Join.GetTableAlias(), Owner.GetAlias());
+// A join that targets its own table compares two columns of that one table: the table is then
+// written in the FROM list as any other, or it would be in nobody's chain and vanish from the
+// statement. Only a join held by another table makes its target joined.
+bool TZvTableDefs::MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const {
+    if (!SameIdentifier(Join.GetTableAlias(), Table.GetAlias()))
+        return false;
+    const TZvTableDef* Owner = Join.GetTableDef();
+    return !Owner || !SameIdentifier(Join.GetTableAlias(), Owner->GetAlias());
 }
 
 void TZvTableDefs::UpdateJoins() {
@@ -359,12 +360,10 @@ void TZvTableDefs::UpdateJoins() {
 }
 
 void TZvTableDefs::UpdateTableAlias(std::string_view OldAlias, std::string_view NewAlias) {
-    for (int T = 0; T < Count(); ++T) {
-        TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-        for (int J = 0; J < Joins.Count(); ++J)
-            if (SameIdentifier(Joins.Items(J)->GetTableAlias(), OldAlias))
-                Joins.Items(J)->SetTableAlias(std::string(NewAlias));
-    }
+    AnyJoinNaming(OldAlias, [NewAlias](TZvJoinDef& Join) {
+        Join.SetTableAlias(std::string(NewAlias));
+        return false;
+    });
 }
 
 void TZvTableDefs::UpdateFieldAliases() {
@@ -482,7 +481,16 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
 
 // Table index -----------------------------------------------------------------------------------
 
-TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_view S) const {
+TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const {
+    // A few tables are found faster by a walk than through an index that has to be built and kept
+    // per statement (most statements name one to four tables).
+    constexpr int WalkedTables = 8;
+    if (Count() <= WalkedTables && !TableIndexUsable()) {
+        for (int T = 0; T < Count(); ++T)
+            if (SameIdentifier((Items(T)->*Key)(), S))
+                return Items(T);
+        return nullptr;
+    }
     if (!TableIndexUsable()) {
         const bool Exact = CaseSensitive();
         TableByAlias.clear();
@@ -520,6 +528,8 @@ void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
 }
 
 void TZvTableDefs::ItemsMoved() {
+    // A table that goes takes its joins along.
+    JoinIndex.Invalidate();
     TableIndexValid = false;
     TableByAlias.clear();
     TableByName.clear();
@@ -553,6 +563,55 @@ void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int
         Leaving->second.First = Next;
     }
     IndexTable(Index, std::move(NewKey), At);
+}
+
+// Join index ------------------------------------------------------------------------------------
+
+bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const {
+    // A few joins are found faster by a walk than through an index that has to be built per
+    // statement (most statements join two to four tables).
+    constexpr int WalkedTables = 16;
+    if (Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive())) {
+        for (int T = 0; T < Count(); ++T) {
+            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+            for (int J = 0; J < Joins.Count(); ++J)
+                if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Alias) && Visit(*Joins.Items(J)))
+                    return true;
+        }
+        return false;
+    }
+    // A copy: the visit may re-point a join, which moves it within the index being read.
+    const std::vector<TZvJoinDef*> Naming = JoinTargets().Naming(Alias);
+    return std::any_of(Naming.begin(), Naming.end(), [&Visit](TZvJoinDef* Join) { return Visit(*Join); });
+}
+
+TZvJoinTargetIndex& TZvTableDefs::JoinTargets() const {
+    const bool Exact = CaseSensitive();
+    if (!JoinIndex.Usable(Exact)) {
+        JoinIndex.Reset(Exact);
+        for (int T = 0; T < Count(); ++T) {
+            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
+            for (int J = 0; J < Joins.Count(); ++J)
+                JoinIndex.Add(Joins.Items(J), Joins.Items(J)->GetTableAlias());
+        }
+    }
+    return JoinIndex;
+}
+
+void TZvTableDefs::JoinAppended(TZvJoinDef& Join) {
+    if (JoinIndex.Usable(CaseSensitive()))
+        JoinIndex.Add(&Join, Join.GetTableAlias());
+}
+
+void TZvTableDefs::JoinTargetChanged(TZvJoinDef& Join, std::string_view Old, std::string_view New) {
+    if (!JoinIndex.Usable(CaseSensitive()))
+        return;
+    JoinIndex.Remove(&Join, Old);
+    JoinIndex.Add(&Join, New);
+}
+
+void TZvTableDefs::JoinsMoved() {
+    JoinIndex.Invalidate();
 }
 
 // Bulk removal ----------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,6 +27,8 @@ class TZvTableDef : public TZvCollectionItem {
 public:
     TZvTableDef();
     ~TZvTableDef() override;
+
+    TZvTableDef* AsTableDef() const override { return const_cast<TZvTableDef*>(this); }
 
     // Copies Alias, Name, TableType and a deep copy of the fields; not the joins.
     void Assign(const TZvCollectionItem& Source) override;
@@ -103,6 +106,8 @@ public:
     explicit TZvTableDefs(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvTableDef>());
     ~TZvTableDefs() override;
 
+    TZvTableDefs* AsTableDefs() const override { return const_cast<TZvTableDefs*>(this); }
+
     TZvTableDef* Items(int Index) const { return static_cast<TZvTableDef*>(GetItem(Index)); }
     TZvTableDef* Add() { return static_cast<TZvTableDef*>(TZvCollection::Add()); }
     TZvTableDef* Insert(int Index) { return static_cast<TZvTableDef*>(TZvCollection::Insert(Index)); }
@@ -124,7 +129,7 @@ public:
     // as its alias; ForceNumber asks for a number even when Base is free. In lower case when the
     // parser's dialect writes aliases so.
     std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
-    // True when some join of another table targets Table's alias (see JoinsAnotherTable).
+    // True when some join of another table makes Table joined (see MakesJoined).
     bool IsTableJoined(const TZvTableDef* Table) const;
     // Drops the joins whose target is found neither by alias nor by name.
     void UpdateJoins();
@@ -146,12 +151,22 @@ public:
 private:
     friend class TZvFieldDef;
     friend class TZvFieldDefs;
+    friend class TZvJoinDef;
+    friend class TZvJoinDefs;
     friend class TZvTableDef;
 
-    // Whether Join, held by Owner, puts its target into Owner's join chain. A join that targets
-    // its own table compares two columns of that one table: the table is then written in the
-    // FROM list as any other, or it would be in nobody's chain and vanish from the statement.
-    bool JoinsAnotherTable(const TZvTableDef& Owner, const TZvJoinDef& Join) const;
+    // Whether Join makes Table a joined table, one written in the FROM list only after its JOIN:
+    // the join names it as target and another table holds it. The one place that rule lives; the join index only narrows the
+    // joins asked to those whose target has the key of Table's alias.
+    bool MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const;
+    // Visits the joins whose target alias is SameIdentifier to Alias until Visit returns true;
+    // true when it did.
+    bool AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const;
+    // The join index, built first when it was dropped or the case rule changed since.
+    TZvJoinTargetIndex& JoinTargets() const;
+    void JoinAppended(TZvJoinDef& Join);
+    void JoinTargetChanged(TZvJoinDef& Join, std::string_view Old, std::string_view New);
+    void JoinsMoved();
 
     // Position bookkeeping: Positions[i] is the field whose AbsIndex is i.
     void AppendPosition(TZvFieldDef* Field);
@@ -190,11 +205,12 @@ private:
     void TableNameChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New);
     void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                          std::string_view New);
-    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, std::string_view S) const;
+    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const;
     static void IndexTable(TZvTableKeyIndex& Index, std::string Key, int At);
     bool TableIndexUsable() const;
 
     std::vector<TZvFieldDef*> Positions;
+    mutable TZvJoinTargetIndex JoinIndex;
     mutable TZvTableKeyIndex TableByAlias;
     mutable TZvTableKeyIndex TableByName;
     mutable bool TableIndexValid = false;

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "ZvParser.h"
+#include "ZvUtils.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -473,6 +475,32 @@ TEST(TZvTableDefs, FindByAliasAndNameFollowRenamesRemovalsAndInsertions) {
     EXPECT_EQ(M.Tables.FindByName(""), nullptr);
 }
 
+TEST(TZvTableDefs, ManyTablesAreFoundByAliasAndNameThroughRenamesRemovalsAndInsertions) {
+    TModel M;
+    std::vector<TZvTableDef*> T;
+    for (int I = 0; I < 12; ++I)
+        T.push_back(M.Table("T" + std::to_string(I), "A" + std::to_string(I)));
+    TZvTableDef* Twin = M.Table("t3", "a3");
+    EXPECT_EQ(M.Tables.FindByAlias("a3"), T[3]);
+    EXPECT_EQ(M.Tables.FindByName("t11"), T[11]);
+    EXPECT_EQ(M.Tables.FindByAlias("A12"), nullptr);
+    T[3]->SetAlias("THREE");
+    EXPECT_EQ(M.Tables.FindByAlias("A3"), Twin);
+    EXPECT_EQ(M.Tables.FindByAlias("three"), T[3]);
+    T[3]->SetName("X");
+    EXPECT_EQ(M.Tables.FindByName("T3"), Twin);
+    M.Tables.Remove(T[0]);
+    EXPECT_EQ(M.Tables.FindByAlias("A0"), nullptr);
+    EXPECT_EQ(M.Tables.FindByAlias("A1"), T[1]);
+    TZvTableDef* First = M.Tables.Insert(0);
+    First->SetName("T5");
+    EXPECT_EQ(M.Tables.FindByName("t5"), First);
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    EXPECT_EQ(M.Tables.FindByAlias("a3"), Twin);
+    EXPECT_EQ(M.Tables.FindByName("t5"), nullptr);
+    EXPECT_EQ(M.Tables.FindByName("T5"), First);
+}
+
 // ---- Joins kept in step -----------------------------------------------------------------------
 
 TEST(TZvTableDefs, IsTableJoinedLooksAtTheJoinsOfEveryTable) {
@@ -516,6 +544,132 @@ TEST(TZvTableDefs, UpdateJoinsDropsJoinsWhoseTargetIsFoundNeitherByAliasNorByNam
     ASSERT_EQ(O->GetJoinDefs().Count(), 2);
     EXPECT_EQ(O->GetJoinDefs().Items(0)->GetLeftField(), "A");
     EXPECT_EQ(O->GetJoinDefs().Items(1)->GetLeftField(), "C");
+}
+
+namespace {
+
+// A statement of more tables than are walked for their joins: N tables T0..T(N-1) with aliases
+// A0..A(N-1), each table after the first joined from the one before it.
+std::vector<TZvTableDef*> JoinedChain(TModel& M, int N) {
+    std::vector<TZvTableDef*> Tables;
+    for (int I = 0; I < N; ++I) {
+        Tables.push_back(M.Table("T" + std::to_string(I), "A" + std::to_string(I)));
+        if (I > 0)
+            Join(Tables[static_cast<std::size_t>(I - 1)], "ID", "A" + std::to_string(I), "PARENT_ID");
+    }
+    return Tables;
+}
+
+// IsTableJoined as a walk over every join, the rule the index must agree with.
+bool JoinedByWalk(const TZvTableDefs& Tables, const TZvTableDef* Table, bool CaseSensitive) {
+    for (int T = 0; T < Tables.Count(); ++T) {
+        const TZvJoinDefs& Joins = Tables.Items(T)->GetJoinDefs();
+        for (int J = 0; J < Joins.Count(); ++J) {
+            const std::string& Target = Joins.Items(J)->GetTableAlias();
+            if (CaseSensitive ? Target == Table->GetAlias() : SameText(Target, Table->GetAlias()))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+TEST(TZvTableDefs, ManyTablesAreJoinedAndRepointedLikeFew) {
+    TModel M;
+    const std::vector<TZvTableDef*> T = JoinedChain(M, 40);
+    EXPECT_FALSE(M.Tables.IsTableJoined(T[0]));
+    for (std::size_t I = 1; I < T.size(); ++I)
+        EXPECT_TRUE(M.Tables.IsTableJoined(T[I])) << I;
+    // A join naming the target in another case counts where names compare without case.
+    Join(T[5], "X", "a0", "Y");
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[0]));
+    T[0]->SetAlias("FIRST");
+    EXPECT_EQ(T[5]->GetJoinDefs().Items(1)->GetTableAlias(), "FIRST");
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[0]));
+    T[20]->SetAlias("MIDDLE");
+    EXPECT_EQ(T[19]->GetJoinDefs().Items(0)->GetTableAlias(), "MIDDLE");
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[20]));
+    // The old alias names nothing any more: a table taking it is not joined.
+    T[30]->SetAlias("A20x");
+    TZvTableDef* Newcomer = M.Table("NEW", "A20");
+    EXPECT_FALSE(M.Tables.IsTableJoined(Newcomer));
+    M.Parser.SetCaseSensitiveIdentifiers(true);
+    T[5]->GetJoinDefs().Items(1)->SetTableAlias("first");
+    EXPECT_FALSE(M.Tables.IsTableJoined(T[0]));
+    M.Parser.SetCaseSensitiveIdentifiers(false);
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[0]));
+}
+
+TEST(TZvTableDefs, ManyTablesFollowJoinsThatGoWithTheirListsAndTables) {
+    TModel M;
+    const std::vector<TZvTableDef*> T = JoinedChain(M, 30);
+    ASSERT_TRUE(M.Tables.IsTableJoined(T[10]));
+    T[9]->GetJoinDefs().Delete(0);
+    EXPECT_FALSE(M.Tables.IsTableJoined(T[10]));
+    Join(T[3], "ID", "A10", "ID");
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[10]));
+    T[3]->GetJoinDefs().Clear();
+    EXPECT_FALSE(M.Tables.IsTableJoined(T[10]));
+    // A copied join list files its joins under their targets too.
+    T[3]->GetJoinDefs().Assign(T[11]->GetJoinDefs());
+    ASSERT_EQ(T[3]->GetJoinDefs().Count(), 1);
+    EXPECT_EQ(T[3]->GetJoinDefs().Items(0)->GetTableAlias(), "A12");
+    T[12]->SetAlias("TWELVE");
+    EXPECT_EQ(T[3]->GetJoinDefs().Items(0)->GetTableAlias(), "TWELVE");
+    EXPECT_EQ(T[11]->GetJoinDefs().Items(0)->GetTableAlias(), "TWELVE");
+    // A table that goes takes its joins along: what only it joined is joined no more.
+    M.Tables.Remove(T[14]);
+    EXPECT_FALSE(M.Tables.IsTableJoined(T[15]));
+    EXPECT_TRUE(M.Tables.IsTableJoined(T[16]));
+    M.Tables.Clear();
+    TZvTableDef* Alone = M.Table("T", "A16");
+    EXPECT_FALSE(M.Tables.IsTableJoined(Alone));
+}
+
+TEST(TZvTableDefs, ManyTablesAgreeWithAWalkOverEveryJoinThroughRandomEdits) {
+    TModel M;
+    std::vector<TZvTableDef*> T = JoinedChain(M, 24);
+    std::uint32_t Seed = 7;
+    auto Next = [&Seed](std::uint32_t Bound) {
+        Seed = Seed * 1664525u + 1013904223u;
+        return (Seed >> 8) % Bound;
+    };
+    const std::string Names[] = {"A1", "a1", "A2", "X", "x", "A7", "A23", "B"};
+    for (int Step = 0; Step < 600; ++Step) {
+        TZvTableDef* Table = T[Next(static_cast<std::uint32_t>(T.size()))];
+        const std::string& Name = Names[Next(8)];
+        switch (Next(6)) {
+        case 0:
+            Table->SetAlias(Name);
+            break;
+        case 1:
+            Join(Table, "ID", Name, "ID");
+            break;
+        case 2:
+            if (Table->GetJoinDefs().Count() > 0)
+                Table->GetJoinDefs().Delete(static_cast<int>(Next(static_cast<std::uint32_t>(Table->GetJoinDefs().Count()))));
+            break;
+        case 3:
+            if (Table->GetJoinDefs().Count() > 0)
+                Table->GetJoinDefs().Items(0)->SetTableAlias(Name);
+            break;
+        case 4:
+            M.Parser.SetCaseSensitiveIdentifiers(Next(2) == 0);
+            break;
+        default:
+            if (T.size() > 18) {
+                const auto At = static_cast<std::ptrdiff_t>(Next(static_cast<std::uint32_t>(T.size())));
+                M.Tables.Remove(T[static_cast<std::size_t>(At)]);
+                T.erase(T.begin() + At);
+            }
+            T.push_back(M.Table("N" + std::to_string(Step), Name));
+        }
+        const bool Exact = M.Parser.GetCaseSensitiveIdentifiers();
+        for (const TZvTableDef* Each : T)
+            ASSERT_EQ(M.Tables.IsTableJoined(Each), JoinedByWalk(M.Tables, Each, Exact))
+                << "step " << Step << ", table " << Each->GetName();
+    }
 }
 
 // ---- Deleting a table -------------------------------------------------------------------------

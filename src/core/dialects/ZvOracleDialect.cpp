@@ -365,7 +365,7 @@ void TZvOracleSelectParser::TakeJoinsFromWhere() {
 
 // The table of the statement whose column Operand names by its qualifier; null for anything else.
 TZvTableDef* TZvOracleSelectParser::ColumnTable(const TZvFunctionDef& Operand) {
-    if (Operand.GetKind() != fkIdentifier || Operand.GetArguments().Count() > 0)
+    if (Operand.GetKind() != fkIdentifier || Operand.HasArguments())
         return nullptr;
     TZvSQLScanner& S = GetScanner();
     const char Open = S.GetIdentQuote();
