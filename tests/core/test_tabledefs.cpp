@@ -560,13 +560,17 @@ std::vector<TZvTableDef*> JoinedChain(TModel& M, int N) {
     return Tables;
 }
 
-// IsTableJoined as a walk over every join, the rule the index must agree with.
+// IsTableJoined as a walk over every join, the rule the index must agree with: a join held by
+// another table names the table as its target.
 bool JoinedByWalk(const TZvTableDefs& Tables, const TZvTableDef* Table, bool CaseSensitive) {
+    const auto Same = [CaseSensitive](const std::string& A, const std::string& B) {
+        return CaseSensitive ? A == B : SameText(A, B);
+    };
     for (int T = 0; T < Tables.Count(); ++T) {
         const TZvJoinDefs& Joins = Tables.Items(T)->GetJoinDefs();
         for (int J = 0; J < Joins.Count(); ++J) {
             const std::string& Target = Joins.Items(J)->GetTableAlias();
-            if (CaseSensitive ? Target == Table->GetAlias() : SameText(Target, Table->GetAlias()))
+            if (Same(Target, Table->GetAlias()) && !Same(Target, Tables.Items(T)->GetAlias()))
                 return true;
         }
     }
