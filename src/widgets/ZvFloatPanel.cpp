@@ -137,7 +137,8 @@ QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
 
 TZvWorkArea::TZvWorkArea(QWidget* Owner)
     : QAbstractScrollArea(CheckedOwner(Owner)), Host(static_cast<TCustomZevrin*>(Owner)),
-      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()) {
+      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()),
+      TableScrollBar(new QScrollBar(Qt::Vertical, viewport())) {
     setObjectName(QStringLiteral("WorkArea"));
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
@@ -151,7 +152,13 @@ TZvWorkArea::TZvWorkArea(QWidget* Owner)
         }
     };
     AliasEdit->OnExit = [this](TZvEdit&) { Guarded([this] { CommitAliasEdit(); }); };
-    SearchEdit->OnExit = [](TZvEdit& Edit) { Edit.hide(); };
+    SearchEdit->OnExit = [this](TZvEdit&) { EndFieldSearch(); };
+    TableScrollBar->setObjectName(QStringLiteral("TableScrollBar"));
+    TableScrollBar->hide();
+    connect(TableScrollBar, &QScrollBar::valueChanged, this, [this](int Value) {
+        if (auto* Table = dynamic_cast<TZvTable*>(Selected))
+            Table->SetFirstVisibleItem(Value);
+    });
     UpdateScrollRange();
 }
 
@@ -216,6 +223,7 @@ void TZvWorkArea::scrollContentsBy(int Dx, int Dy) {
     if (IsUpdating())
         return;
     viewport()->scroll(Dx, Dy);
+    RefreshTableScrollBar();
 }
 
 void TZvWorkArea::EndUpdate() {
@@ -585,6 +593,8 @@ void TZvWorkArea::InvalidateObjectArea(const TZvFloatObject* Object) {
 void TZvWorkArea::MoveControl(TZvFloatObject* Object) {
     InvalidateObjectArea(Object);
     UpdateScrollRange();
+    if (Object == Selected)
+        RefreshTableScrollBar();
 }
 
 void TZvWorkArea::CloseTable(TZvTable* Table) {
@@ -645,6 +655,16 @@ void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
         AliasTable = nullptr;
         AliasEdit->hide();
     }
+    if (SearchTable == Object)
+        EndFieldSearch();
+    if (PressObject == Object)
+        PressObject = nullptr;
+    if (DragTable == Object)
+        CancelDrag();
+    if (DropTable == Object)
+        SetDropRow(nullptr, nullptr);
+    if (Selected == nullptr)
+        TableScrollBar->hide();
 }
 
 void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
@@ -659,7 +679,10 @@ void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
 
 void TZvWorkArea::ClearContents() {
     HideEdits();
+    CancelDrag();
     Selected = nullptr;
+    TableScrollBar->hide();
+    PressObject = nullptr;
     HitObject = nullptr;
     HoverObject = nullptr;
     HoverTimer.stop();
@@ -695,7 +718,7 @@ void TZvWorkArea::ClearSelection() {
 void TZvWorkArea::HideEdits() {
     AliasTable = nullptr;
     AliasEdit->hide();
-    SearchEdit->hide();
+    EndFieldSearch();
 }
 
 void TZvWorkArea::HideHint() {
@@ -733,8 +756,9 @@ bool TZvWorkArea::focusNextPrevChild(bool /*Next*/) {
 
 void TZvWorkArea::keyPressEvent(QKeyEvent* Event) {
     HideHint();
+    int Key = Event->key();
     Guarded([&] {
-        switch (Event->key()) {
+        switch (Key) {
         case Qt::Key_Tab:
             SelectNextTable(Event->modifiers().testFlag(Qt::ShiftModifier));
             break;
@@ -744,11 +768,15 @@ void TZvWorkArea::keyPressEvent(QKeyEvent* Event) {
         case Qt::Key_Delete:
             DeleteSelection();
             break;
-        default:
-            if (Selected) {
-                int Key = Event->key();
+        case Qt::Key_Escape:
+            if (DragMode != TZvDragMode::dmNone)
+                CancelDrag();
+            else if (Selected)
                 Selected->KeyDown(Key, Event->modifiers());
-            }
+            break;
+        default:
+            if (Selected)
+                Selected->KeyDown(Key, Event->modifiers());
             break;
         }
     });
@@ -855,6 +883,9 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
     setFocus();
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
+    PressObject = Object;
+    if (Event->button() == Qt::LeftButton)
+        PressPoint = ToSurface(Event->position().toPoint());
     Guarded([&] {
         if (Event->button() == Qt::LeftButton)
             SetSelected(Object);
@@ -862,6 +893,16 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
             Object->MouseDown(*Event, ToSurface(Event->position().toPoint()), Hit);
     });
     Event->accept();
+}
+
+// The object that got the press gets the release too, wherever the pointer is then, as a
+// captured mouse works: a caption button pressed and released elsewhere is disarmed.
+TZvFloatObject* TZvWorkArea::ReleaseTarget(QPoint ViewportPoint, TTableHitTest& Hit) const {
+    if (PressObject) {
+        Hit = PressObject->HitTest(ViewportPoint);
+        return PressObject;
+    }
+    return ObjectAt(ViewportPoint, Hit);
 }
 
 // Hands a mouse event to the object under the pointer, in work-area coordinates. The object may
@@ -875,10 +916,26 @@ void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handle
 }
 
 void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
-    if (Event->button() == Qt::RightButton)
+    Event->accept();
+    if (Event->button() == Qt::RightButton) {
         ShowObjectMenu(Event);
-    else
-        RouteToObject(Event, &TZvFloatObject::MouseUp);
+        return;
+    }
+    const QPoint Point = Event->position().toPoint();
+    if (DragMode == TZvDragMode::dmField) {
+        Guarded([&] { HandleDragDrop(Point); });
+        HandleDragEnd();
+        PressObject = nullptr;
+        return;
+    }
+    if (DragMode != TZvDragMode::dmNone)
+        Guarded([&] { FinishTableDrag(); });
+    TTableHitTest Hit = htTOutSide;
+    TZvFloatObject* Object = ReleaseTarget(Point, Hit);
+    PressObject = nullptr;
+    // The object may free itself there (its close button): nothing touches it afterwards.
+    if (Object)
+        Guarded([&] { Object->MouseUp(*Event, ToSurface(Point), Hit); });
 }
 
 // The menu of the object under the pointer, built afresh each time; nothing when the object adds
@@ -901,6 +958,15 @@ void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {
 }
 
 void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
+    Event->accept();
+    if (DragMode == TZvDragMode::dmField) {
+        HandleDragOver(Event->position().toPoint(), dsDragMove);
+        return;
+    }
+    if (DragMode != TZvDragMode::dmNone) {
+        DragMoveTo(ToSurface(Event->position().toPoint()));
+        return;
+    }
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
     if (HitObject && HitObject != Object)
@@ -939,6 +1005,10 @@ void TZvWorkArea::timerEvent(QTimerEvent* Event) {
         HintTimer.start(2000, this);
     } else if (Event->timerId() == HintTimer.timerId()) {
         HideHint();
+    } else if (Event->timerId() == ScrollUpTimer.timerId()) {
+        ScrollDropTable(-1);
+    } else if (Event->timerId() == ScrollDownTimer.timerId()) {
+        ScrollDropTable(1);
     } else {
         QAbstractScrollArea::timerEvent(Event);
     }
@@ -971,6 +1041,7 @@ void TZvWorkArea::paintEvent(QPaintEvent* /*Event*/) {
         Link->Paint(Painter);
     for (auto It = Tables.rbegin(); It != Tables.rend(); ++It)
         (*It)->Paint(Painter);
+    PaintDragFrame(Painter);
 }
 
 } // namespace zv

@@ -25,6 +25,7 @@
 class QMenu;
 class QMouseEvent;
 class QPainter;
+class QScrollBar;
 
 namespace zv {
 
@@ -93,6 +94,14 @@ int ZvIndexOfOwned(const std::vector<std::unique_ptr<T>>& List, const void* Item
             return static_cast<int>(I);
     return -1;
 }
+
+// What a held mouse button is doing on the surface: moving a table by its caption, resizing it by
+// a border or corner (both drawn as a frame until the button is released), or dragging a field
+// row towards a row of another table.
+enum class TZvDragMode : std::uint8_t { dmNone, dmMove, dmResize, dmField };
+
+// The states a drag passes over a table in, as HandleDragOver receives them.
+enum TZvDragState : std::uint8_t { dsDragEnter, dsDragLeave, dsDragMove };
 
 using TZvObjectMouseEvent =
     std::function<void(TZvFloatObject& Sender, Qt::MouseButton Button, TShiftState Shift, int X, int Y)>;
@@ -293,6 +302,51 @@ public:
     void HandleCheckItem(TZvTable& Table, TZvListItem& Item);
     // Called by a stored procedure's parameter row asking for value entry.
     void DoEnterParameter(TZvTable& Table, TZvListItem& Item);
+    // The vertical scroll bar the selected table borrows when it has more rows than it shows.
+    QScrollBar* GetTableScrollBar() const { return TableScrollBar; }
+    // Shows the shared scroll bar along the selected table when the table wants it, else hides it.
+    void RefreshTableScrollBar();
+    // Table's rows moved by Dy pixels: the client pixels are shifted and only the uncovered strip
+    // repainted when nothing lies over the table, else the client area is repainted.
+    void ScrollClientArea(const TZvTable& Table, int Dy);
+
+    // --- dragging tables and field rows ---
+    // Arms a move (Hit htTCaption) or a resize (a border or corner) of Table from the work-area
+    // point Point; the drag shows as a frame and is applied when the button is released.
+    void BeginTableDrag(TZvTable& Table, TTableHitTest Hit, QPoint Point);
+    // Starts dragging Item once the pointer is the platform's drag distance away from where the
+    // button went down. Point is the pointer in work-area coordinates.
+    void BeginFieldDrag(TZvTable& Table, TZvListItem& Item, QPoint Point);
+    // Starts the drag of a field row: the cursor shows "alias.field" when GetDragFieldName is true,
+    // the standard drag cursor otherwise.
+    void DoStartDrag(TZvTable& Table, TZvListItem& Item);
+    // The pointer (viewport coordinates) is over the surface while a row is dragged: finds the
+    // table to drop on, runs the scroll timers near its top and bottom, and marks the row under it.
+    void HandleDragOver(QPoint Point, TZvDragState State);
+    // The row was released at Point (viewport coordinates): a drop on a row of another table links
+    // the two rows.
+    void HandleDragDrop(QPoint Point);
+    // Ends any drag: scroll timers stopped, drop marks cleared, the cursor restored.
+    void HandleDragEnd();
+    TZvDragMode GetDragMode() const { return DragMode; }
+    // The frame a table move or resize shows (work-area coordinates); empty when none.
+    QRect GetDragFrame() const { return DragFrame; }
+    TZvTable* GetDragTable() const { return DragTable; }
+    TZvListItem* GetDragItem() const { return DragItem; }
+    TZvTable* GetDropTable() const { return DropTable; }
+    TZvListItem* GetDropItem() const { return DropItem; }
+    // The text the drag cursor shows ("alias.field"); empty for the standard drag cursor.
+    QString GetDragCursorText() const { return DragCursorText; }
+    bool IsScrollTimerActive(int Id) const;
+
+    // --- the field search edit ---
+    // Selects Table, shows the search edit at its top-left holding the character of Key, focused,
+    // and runs the search once.
+    void StartFieldSearch(TZvTable& Table, int Key);
+    // Hides the search edit; the work area takes the focus back when the edit had it.
+    void EndFieldSearch();
+    TZvTable* GetSearchTable() const { return SearchTable; }
+
     // The shared hint text, shown by the hover timer.
     QString GetHintText() const { return HintText; }
     bool IsHintShown() const { return HintShown; }
@@ -358,6 +412,17 @@ private:
     void UpdateScrollRange();
     QPoint ToSurface(QPoint ViewportPoint) const;
     void StartHover(TZvFloatObject* Object);
+    void DragMoveTo(QPoint SurfacePoint);
+    void FinishTableDrag();
+    void CancelDrag();
+    void SetDragFrame(const QRect& Frame);
+    void InvalidateFrame(const QRect& Frame);
+    void PaintDragFrame(QPainter& Painter) const;
+    void SetDropRow(TZvTable* Table, TZvListItem* Item);
+    void ScrollDropTable(int Step);
+    TZvTable* DropTargetAt(QPoint ViewportPoint) const;
+    void StopScrollTimers();
+    TZvFloatObject* ReleaseTarget(QPoint ViewportPoint, TTableHitTest& Hit) const;
     // Runs a user action; an exception is shown through the error display.
     template <class TAction>
     void Guarded(TAction&& Action);
@@ -381,6 +446,24 @@ private:
     TZvFloatObject* HoverObject = nullptr;
     QString HintText;
     bool HintShown = false;
+    QScrollBar* TableScrollBar;
+    TZvTable* SearchTable = nullptr;
+
+    // The drag in progress, if any.
+    TZvDragMode DragMode = TZvDragMode::dmNone;
+    TZvTable* DragTable = nullptr;
+    TZvListItem* DragItem = nullptr;
+    TTableHitTest DragHit = htTOutSide;
+    TZvFloatObject* PressObject = nullptr; // receives the release of the press it got
+    QPoint PressPoint;                     // work-area point of the last left-button press
+    QRect DragFrame;
+    TZvTable* DropTable = nullptr;
+    TZvListItem* DropItem = nullptr;
+    QPoint AutoScrollPoint; // work-area point of a drag in a scroll band, while AutoScrollSet
+    bool AutoScrollSet = false;
+    QString DragCursorText;
+    QBasicTimer ScrollUpTimer;   // timer 1
+    QBasicTimer ScrollDownTimer; // timer 2
 };
 
 } // namespace zv
