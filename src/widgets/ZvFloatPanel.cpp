@@ -659,6 +659,8 @@ void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
         EndFieldSearch();
     if (PressObject == Object)
         PressObject = nullptr;
+    if (PendingTable == Object)
+        ClearPendingDrag();
     if (DragTable == Object)
         CancelDrag();
     if (DropTable == Object)
@@ -680,6 +682,7 @@ void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
 void TZvWorkArea::ClearContents() {
     HideEdits();
     CancelDrag();
+    ClearPendingDrag();
     Selected = nullptr;
     TableScrollBar->hide();
     PressObject = nullptr;
@@ -884,6 +887,7 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
     PressObject = Object;
+    ClearPendingDrag();
     if (Event->button() == Qt::LeftButton)
         PressPoint = ToSurface(Event->position().toPoint());
     Guarded([&] {
@@ -930,6 +934,7 @@ void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
     }
     if (DragMode != TZvDragMode::dmNone)
         Guarded([&] { FinishTableDrag(); });
+    ClearPendingDrag();
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ReleaseTarget(Point, Hit);
     PressObject = nullptr;
@@ -965,6 +970,10 @@ void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
     }
     if (DragMode != TZvDragMode::dmNone) {
         DragMoveTo(ToSurface(Event->position().toPoint()));
+        return;
+    }
+    if ((Event->buttons() & Qt::LeftButton) && StartPendingDrag(ToSurface(Event->position().toPoint()))) {
+        HandleDragOver(Event->position().toPoint(), dsDragMove);
         return;
     }
     TTableHitTest Hit = htTOutSide;

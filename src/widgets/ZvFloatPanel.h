@@ -314,8 +314,9 @@ public:
     // Arms a move (Hit htTCaption) or a resize (a border or corner) of Table from the work-area
     // point Point; the drag shows as a frame and is applied when the button is released.
     void BeginTableDrag(TZvTable& Table, TTableHitTest Hit, QPoint Point);
-    // Starts dragging Item once the pointer is the platform's drag distance away from where the
-    // button went down. Point is the pointer in work-area coordinates.
+    // Arms the drag of Item: it starts once the pointer, the button still held, is the platform's
+    // drag distance away from where the button went down, wherever the pointer is by then. Point
+    // is the pointer in work-area coordinates.
     void BeginFieldDrag(TZvTable& Table, TZvListItem& Item, QPoint Point);
     // Starts the drag of a field row: the cursor shows "alias.field" when GetDragFieldName is true,
     // the standard drag cursor otherwise.
@@ -413,6 +414,8 @@ private:
     QPoint ToSurface(QPoint ViewportPoint) const;
     void StartHover(TZvFloatObject* Object);
     void DragMoveTo(QPoint SurfacePoint);
+    bool StartPendingDrag(QPoint SurfacePoint);
+    void ClearPendingDrag();
     void FinishTableDrag();
     void CancelDrag();
     void SetDragFrame(const QRect& Frame);
@@ -455,6 +458,8 @@ private:
     TZvListItem* DragItem = nullptr;
     TTableHitTest DragHit = htTOutSide;
     TZvFloatObject* PressObject = nullptr; // receives the release of the press it got
+    TZvTable* PendingTable = nullptr;      // a field drag armed, not yet past the drag distance
+    TZvListItem* PendingItem = nullptr;
     QPoint PressPoint;                     // work-area point of the last left-button press
     QRect DragFrame;
     TZvTable* DropTable = nullptr;

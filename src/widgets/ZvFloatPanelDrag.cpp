@@ -152,9 +152,25 @@ void TZvWorkArea::PaintDragFrame(QPainter& Painter) const {
 void TZvWorkArea::BeginFieldDrag(TZvTable& Table, TZvListItem& Item, QPoint Point) {
     if (DragMode != TZvDragMode::dmNone)
         return;
-    if ((Point - PressPoint).manhattanLength() < QApplication::startDragDistance())
-        return;
-    DoStartDrag(Table, Item);
+    PendingTable = &Table;
+    PendingItem = &Item;
+    StartPendingDrag(Point);
+}
+
+// True when the armed drag started now.
+bool TZvWorkArea::StartPendingDrag(QPoint SurfacePoint) {
+    if (!PendingTable || (SurfacePoint - PressPoint).manhattanLength() < QApplication::startDragDistance())
+        return false;
+    TZvTable* Table = PendingTable;
+    TZvListItem* Item = PendingItem;
+    ClearPendingDrag();
+    DoStartDrag(*Table, *Item);
+    return true;
+}
+
+void TZvWorkArea::ClearPendingDrag() {
+    PendingTable = nullptr;
+    PendingItem = nullptr;
 }
 
 void TZvWorkArea::DoStartDrag(TZvTable& Table, TZvListItem& Item) {

@@ -541,6 +541,7 @@ void TZvTable::MouseUp(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
         PressedOver = false;
         InvalidateButtons();
     }
+    SetHotButton(Hit == htTbutton && Selected ? ButtonAt(Point.x()) : -1);
     if (Hit == htTbutton && Pressed >= 0 && ButtonAt(Point.x()) == Pressed) {
         if (Pressed == 2) {
             Event.accept();

@@ -13,6 +13,10 @@ TZvDataSet FieldsDataSet(std::initializer_list<const char*> Names) {
     return DataSet;
 }
 
+QPoint SurfacePoint(const TZvWorkArea& Area, int X, int Y) {
+    return Area.ToViewport(QRect(X, Y, 1, 1)).topLeft();
+}
+
 QPoint ViewportCenter(const TZvWorkArea& Area, const QRect& SurfaceRect) {
     return Area.ToViewport(SurfaceRect).center();
 }
@@ -68,6 +72,39 @@ std::vector<std::string> DiagramAliases(const TZvWorkArea& Area) {
     for (int I = 0; I < Area.TableCount(); ++I)
         Aliases.push_back(Area.TableAt(I)->GetAlias());
     return Aliases;
+}
+
+void HoverAt(TZvWorkArea& Area, QPoint Point) {
+    QTest::mouseMove(Area.viewport(), QPoint(Area.viewport()->width() - 2, Area.viewport()->height() - 2));
+    QTest::mouseMove(Area.viewport(), Point);
+}
+
+QImage Grab(TZvWorkArea& Area) {
+    return Area.viewport()->grab().toImage();
+}
+
+TPointerAt::TPointerAt(TZvWorkArea& Area, QPoint Point) : Saved(TZvWorkArea::CursorPosition) {
+    TZvWorkArea::CursorPosition = [&Area, Point] { return Area.viewport()->mapToGlobal(Point); };
+}
+
+TPointerAt::~TPointerAt() {
+    TZvWorkArea::CursorPosition = Saved;
+}
+
+TMenuChooser::TMenuChooser(QString Choice) : Saved(TZvWorkArea::ExecPopupMenu) {
+    TZvWorkArea::ExecPopupMenu = [this, Choice](QMenu& Menu, QPoint) {
+        ++Shown;
+        Entries.clear();
+        for (QAction* Action : Menu.actions())
+            Entries.push_back(Action->isSeparator() ? QStringLiteral("-") : Action->text());
+        for (QAction* Action : Menu.actions())
+            if (Action->text() == Choice)
+                Action->trigger();
+    };
+}
+
+TMenuChooser::~TMenuChooser() {
+    TZvWorkArea::ExecPopupMenu = Saved;
 }
 
 TZvDiagramTest::TZvDiagramTest()
