@@ -91,6 +91,24 @@ TPointerAt::~TPointerAt() {
     TZvWorkArea::CursorPosition = Saved;
 }
 
+TMessageCounter::TMessageCounter(QObject* AWatched) : Watched(AWatched) {
+    if (Watched)
+        Watched->installEventFilter(this);
+}
+
+TMessageCounter::~TMessageCounter() {
+    if (Watched)
+        Watched->removeEventFilter(this);
+}
+
+bool TMessageCounter::eventFilter(QObject* /*Watched*/, QEvent* Event) {
+    if (Event->type() == CMMoveControl)
+        ++Moves;
+    else if (Event->type() == CMResizeControl)
+        ++Resizes;
+    return false;
+}
+
 TMenuChooser::TMenuChooser(QString Choice) : Saved(TZvWorkArea::ExecPopupMenu) {
     TZvWorkArea::ExecPopupMenu = [this, Choice](QMenu& Menu, QPoint) {
         ++Shown;

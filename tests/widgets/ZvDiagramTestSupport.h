@@ -77,6 +77,20 @@ private:
     std::function<QPoint()> Saved;
 };
 
+// Counts the move and resize notices (CMMoveControl, CMResizeControl) that reach an object; given
+// the object, it watches it for its own lifetime.
+class TMessageCounter : public QObject {
+public:
+    explicit TMessageCounter(QObject* AWatched = nullptr);
+    ~TMessageCounter() override;
+    bool eventFilter(QObject* Watched, QEvent* Event) override;
+    int Moves = 0;
+    int Resizes = 0;
+
+private:
+    QObject* Watched;
+};
+
 // Replaces the context menu's run for a test: records the entries and triggers the one named.
 class TMenuChooser {
 public:

@@ -15,28 +15,10 @@ namespace zv {
 namespace {
 
 using test::SurfacePoint;
+using test::TMessageCounter;
 using test::TPointerAt;
 using test::TZvDiagramTest;
 using test::WaitFor;
-
-// Counts the control messages that reach the work area, by type.
-class TNoticeCounter : public QObject {
-public:
-    explicit TNoticeCounter(QObject* Watched) : Target(Watched) { Target->installEventFilter(this); }
-    ~TNoticeCounter() override { Target->removeEventFilter(this); }
-    bool eventFilter(QObject* /*Watched*/, QEvent* Event) override {
-        if (Event->type() == CMMoveControl)
-            ++Moves;
-        else if (Event->type() == CMResizeControl)
-            ++Resizes;
-        return false;
-    }
-    int Moves = 0;
-    int Resizes = 0;
-
-private:
-    QObject* Target;
-};
 
 class TZvInteractionTest : public TZvDiagramTest {
 protected:
@@ -72,7 +54,7 @@ TEST_F(TZvInteractionTest, DraggingTheCaptionShowsAFrameAndMovesTheTableOnReleas
     TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
     const QRect Before = T->GetBoundsRect();
     const QPoint From = test::CaptionPoint(*T);
-    TNoticeCounter Notices(Area);
+    TMessageCounter Notices(Area);
     Press(From);
     MoveTo(From, From + QPoint(120, 60));
     EXPECT_EQ(Area->GetDragMode(), TZvDragMode::dmMove);
@@ -90,7 +72,7 @@ TEST_F(TZvInteractionTest, DraggingTheCaptionShowsAFrameAndMovesTheTableOnReleas
 
 TEST_F(TZvInteractionTest, AClickOnTheCaptionMovesNothing) {
     TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
-    TNoticeCounter Notices(Area);
+    TMessageCounter Notices(Area);
     QTest::mouseClick(View(), Qt::LeftButton, {}, test::CaptionPoint(*T));
     EXPECT_EQ(QPoint(T->GetLeft(), T->GetTop()), QPoint(100, 100));
     EXPECT_EQ(Notices.Moves, 0);
@@ -134,7 +116,7 @@ TEST_F(TZvInteractionTest, DraggingTheRightBorderWidensOnRelease) {
     const QRect Before = Box(*T);
     const QPoint Edge = Surface(T->GetLeft() + T->GetWidth() - 2, T->GetTop() + 40);
     ASSERT_EQ(T->HitTest(Edge), htTRight);
-    TNoticeCounter Notices(Area);
+    TMessageCounter Notices(Area);
     Press(Edge);
     MoveTo(Edge, Edge + QPoint(50, 30));
     EXPECT_EQ(Area->GetDragMode(), TZvDragMode::dmResize);

@@ -693,19 +693,7 @@ TEST_F(TZvDiagramTest, NothingIsPaintedWhileUpdating) {
 namespace zv {
 namespace {
 
-// Counts the control messages that reach an object, by type.
-class TMessageCounter : public QObject {
-public:
-    bool eventFilter(QObject* /*Watched*/, QEvent* Event) override {
-        if (Event->type() == CMMoveControl)
-            ++Moves;
-        else if (Event->type() == CMResizeControl)
-            ++Resizes;
-        return false;
-    }
-    int Moves = 0;
-    int Resizes = 0;
-};
+using test::TMessageCounter;
 
 TEST_F(TZvDiagramTest, MovingAndResizingATableNotifyTheSurface) {
     TZvTable* Emp = Add("EMP");
