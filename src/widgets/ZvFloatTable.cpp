@@ -45,8 +45,10 @@ TZvWorkArea* CheckedWorkArea(TZvWorkArea* WorkArea) {
     return WorkArea;
 }
 
+// Read once: the size comes from parsing the picture, and every hit test and paint asks for it.
 int ButtonBitmapWidth() {
-    return ZvBitmapSize(QStringLiteral("BTN1")).width();
+    static const int Width = ZvBitmapSize(QStringLiteral("BTN1")).width();
+    return Width;
 }
 
 QString ButtonBitmapName(int Index) {
@@ -835,32 +837,46 @@ void TZvTable::PaintRows(QPainter& Painter, const TZvPalette& Colors) const {
     Painter.fillRect(Client, ZvColorToQColor(GetClientColor()));
     Painter.setClipRect(Client);
     const bool HideSelection = GetHideSelection() && !Selected;
-    const bool ShowTypes = WorkArea->GetHost()->GetOptions().testFlag(zvoShowFieldTypes);
+    TZvRowLook Look{Colors, WorkArea->GetFont(), WorkArea->GetFont(),
+                    WorkArea->GetHost()->GetOptions().testFlag(zvoShowFieldTypes)};
+    Look.BoldFont.setBold(true);
+    Painter.setFont(Look.Font);
     for (int I = FirstVisibleItem; I <= FirstVisibleItem + VisibleCount && I < ItemCount(); ++I) {
         const TZvListItem* Row = GetItem(I);
-        const QRect R = WorkArea->ToViewport(GetItemRect(Row)).translated(0, 1);
-        const bool Current = Row == CurrentItem && !HideSelection;
-        const bool Dropped = Row == WorkArea->GetDropItem();
-        const QString Check =
-            Row->IsFieldRow()
-                ? (Row->GetCheck() ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
-                : (Row->GetCheck() ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
-        Painter.drawPixmap(R.topLeft(), ZvBitmap(Check));
-        const QRect TextRect = R.adjusted(ItemHeight, 0, 0, 0);
-        if (Dropped)
-            Painter.fillRect(TextRect, DropRowColor);
-        else if (Current)
-            Painter.fillRect(TextRect, ZvColorToQColor(clSilver));
-        QFont RowFont = WorkArea->GetFont();
-        RowFont.setBold(Row->GetSelect());
-        Painter.setFont(RowFont);
-        Painter.setPen(
-            ZvColorToQColor(Current || Dropped ? Colors.GetSelectedItemText() : Colors.GetItemText()));
-        Painter.drawText(TextRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         Row->GetDisplayText(ShowTypes));
-        if (Current && Selected)
-            Painter.drawRect(TextRect.adjusted(0, 0, -1, -1));
+        TZvItemStates State;
+        if (Row == CurrentItem && !HideSelection)
+            State |= isSelected;
+        if (Selected)
+            State |= isFocused;
+        if (Row == WorkArea->GetDropItem())
+            State |= isDroped;
+        Row->DrawItem(Painter, WorkArea->ToViewport(GetItemRect(Row)), State, Look);
     }
+}
+
+// The row one pixel lower than its rectangle: the check bitmap at its left, then " name" (and the
+// type) on the row's background, with a focus frame round the text of the current row of the
+// selected table.
+void TZvListItem::DrawItem(QPainter& Painter, const QRect& Rect, TZvItemStates State,
+                           const TZvRowLook& Look) const {
+    const QRect R = Rect.translated(0, 1);
+    const QString Bitmap = IsFieldRow() ? (Check ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
+                                        : (Check ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
+    Painter.drawPixmap(R.topLeft(), ZvBitmap(Bitmap));
+    const QRect TextRect = R.adjusted(Table->GetItemHeight(), 0, 0, 0);
+    const bool Highlighted = State & (isSelected | isDroped);
+    if (State & isDroped)
+        Painter.fillRect(TextRect, DropRowColor);
+    else if (State & isSelected)
+        Painter.fillRect(TextRect, ZvColorToQColor(clSilver));
+    if (Select)
+        Painter.setFont(Look.BoldFont);
+    Painter.setPen(ZvColorToQColor(Highlighted ? Look.Colors.GetSelectedItemText() : Look.Colors.GetItemText()));
+    Painter.drawText(TextRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, GetDisplayText(Look.ShowTypes));
+    if (Select)
+        Painter.setFont(Look.Font);
+    if ((State & isSelected) && (State & isFocused))
+        Painter.drawRect(TextRect.adjusted(0, 0, -1, -1));
 }
 
 } // namespace zv

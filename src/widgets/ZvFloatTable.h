@@ -8,6 +8,8 @@
 #include "ZvTypes.h"
 #include "ZvWindowStyles.h"
 
+#include <QFlags>
+#include <QFont>
 #include <QRect>
 #include <QString>
 
@@ -16,6 +18,21 @@
 #include <vector>
 
 namespace zv {
+
+// How a row is drawn: the current row, the rows of the selected table, the row a dragged field
+// row would be dropped on.
+enum TZvItemState : std::uint8_t { isSelected = 1, isFocused = 2, isDroped = 4 };
+Q_DECLARE_FLAGS(TZvItemStates, TZvItemState)
+Q_DECLARE_OPERATORS_FOR_FLAGS(TZvItemStates)
+
+// What every row of one paint shares: the colours, the plain and bold fonts, whether type names
+// show.
+struct TZvRowLook {
+    const TZvPalette& Colors;
+    QFont Font;
+    QFont BoldFont;
+    bool ShowTypes;
+};
 
 class TZvListItem {
 public:
@@ -58,6 +75,8 @@ public:
     // The row's text: " " and the name, then " (" type name ")" when ShowTypes is set (also when
     // the type has no name, so that such a field shows an empty pair of brackets).
     QString GetDisplayText(bool ShowTypes) const;
+    // Draws the row into Rect (viewport coordinates) in State.
+    void DrawItem(QPainter& Painter, const QRect& Rect, TZvItemStates State, const TZvRowLook& Look) const;
 
 private:
     friend class TZvTable;
