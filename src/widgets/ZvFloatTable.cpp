@@ -608,7 +608,7 @@ bool EndsSearch(int Key) {
 
 } // namespace
 
-void TZvTable::KeyDown(int& Key, Qt::KeyboardModifiers /*Shift*/) {
+void TZvTable::KeyDown(int& Key, Qt::KeyboardModifiers Shift) {
     const int From = CurrentItem ? IndexOfItem(CurrentItem) : FirstVisibleItem;
     switch (Key) {
     case Qt::Key_Return:
@@ -639,7 +639,8 @@ void TZvTable::KeyDown(int& Key, Qt::KeyboardModifiers /*Shift*/) {
         MakeCurrentVisible(ItemCount() - 1);
         break;
     default:
-        if (IsSearchKey(Key))
+        // Ctrl and Alt combinations are commands of the application, not typed text.
+        if (IsSearchKey(Key) && !(Shift & (Qt::ControlModifier | Qt::AltModifier)))
             WorkArea->StartFieldSearch(*this, Key);
         break;
     }

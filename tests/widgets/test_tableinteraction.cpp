@@ -6,6 +6,8 @@
 #include "ZvTestSupport.h"
 
 #include <QApplication>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QScrollBar>
 #include <QTest>
 
@@ -68,6 +70,47 @@ TEST_F(TZvInteractionTest, DraggingTheCaptionShowsAFrameAndMovesTheTableOnReleas
     EXPECT_EQ(Notices.Moves, 1);
     EXPECT_EQ(Area->GetDragMode(), TZvDragMode::dmNone);
     EXPECT_TRUE(Area->GetDragFrame().isEmpty());
+}
+
+// Sums the region of every paint the viewport receives.
+class TPaintedRegion : public QObject {
+public:
+    explicit TPaintedRegion(QWidget* AView) : View(AView) { View->installEventFilter(this); }
+    ~TPaintedRegion() override { View->removeEventFilter(this); }
+    bool eventFilter(QObject* /*Watched*/, QEvent* Event) override {
+        if (Event->type() == QEvent::Paint)
+            Region += static_cast<QPaintEvent*>(Event)->region();
+        return false;
+    }
+    QRegion Region;
+
+private:
+    QWidget* View;
+};
+
+TEST_F(TZvInteractionTest, AMoveStepRepaintsOnlyTheFrameAndTheReleaseOnlyTheTwoPlaces) {
+    TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
+    Host->GetTables().AddTableAt("DEPT", "", &DeptFields, QPoint(500, 300));
+    const QRect Before = Area->ToViewport(T->GetBoundsRect());
+    const QPoint From = test::CaptionPoint(*T);
+    Press(From);
+    MoveTo(From, From + QPoint(40, 30));
+    QApplication::processEvents();
+    TPaintedRegion Painted(View());
+    QTest::mouseMove(View(), From + QPoint(45, 33));
+    QApplication::processEvents();
+    ASSERT_FALSE(Painted.Region.isEmpty());
+    EXPECT_FALSE(Painted.Region.contains(Before.center()));
+    EXPECT_FALSE(Painted.Region.contains(Before.center() + QPoint(45, 33)));
+    const QRect Frame = Area->ToViewport(Area->GetDragFrame());
+    EXPECT_TRUE(Painted.Region.contains(Frame.topLeft()));
+    EXPECT_TRUE(Painted.Region.contains(Frame.bottomRight()));
+    Painted.Region = QRegion();
+    Release(From + QPoint(45, 33));
+    QApplication::processEvents();
+    EXPECT_TRUE(Painted.Region.contains(Before.center()));
+    EXPECT_TRUE(Painted.Region.contains(Before.center() + QPoint(45, 33)));
+    EXPECT_FALSE(Painted.Region.contains(QPoint(700, 500)));
 }
 
 TEST_F(TZvInteractionTest, AClickOnTheCaptionMovesNothing) {
@@ -489,6 +532,13 @@ TEST_F(TZvFieldSearchTest, EachEndingKeyHidesTheEdit) {
         QTest::keyClick(Area->GetSearchEdit(), Ending);
         EXPECT_FALSE(Area->GetSearchEdit()->isVisible()) << Ending;
     }
+}
+
+TEST_F(TZvFieldSearchTest, ControlAndAltLettersStartNoSearch) {
+    QTest::keyClick(Area, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(Area, Qt::Key_C, Qt::AltModifier);
+    EXPECT_FALSE(Area->GetSearchEdit()->isVisible());
+    EXPECT_EQ(Cities->GetCurrentItem(), nullptr);
 }
 
 TEST_F(TZvFieldSearchTest, TheSearchSelectsItsTable) {
