@@ -269,10 +269,8 @@ void TZvTable::SetExpand(bool Value) {
 
 void TZvTable::SetFirstVisibleItem(int Value) {
     Value = std::clamp(Value, 0, std::max(0, ItemCount() - VisibleCount));
-    if (Value == FirstVisibleItem)
-        return;
-    FirstVisibleItem = Value;
-    WorkArea->InvalidateRect(GetClientRect());
+    if (Value != FirstVisibleItem)
+        Resize([&] { FirstVisibleItem = Value; }); // the links of scrolled rows follow them
 }
 
 // ---------------------------------------------------------------------------------------------
