@@ -515,8 +515,8 @@ void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
         HitObject = nullptr;
         LastHit = htTOutSide;
     }
-    if (DragLink == Object)
-        DragLink = nullptr;
+    if (PointDragLink == Object)
+        PointDragLink = nullptr;
     if (HoverObject == Object) {
         HoverObject = nullptr;
         HoverTimer.stop();
@@ -542,7 +542,7 @@ void TZvWorkArea::ClearContents() {
     Selected = nullptr;
     HitObject = nullptr;
     HoverObject = nullptr;
-    DragLink = nullptr;
+    PointDragLink = nullptr;
     HoverTimer.stop();
     Links.clear();
     Joins.clear();
@@ -741,7 +741,7 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
             SetSelected(Object);
         if (Object)
             Object->MouseDown(*Event, ToSurface(Event->position().toPoint()), Hit);
-        CaptureLinkDrag(dynamic_cast<TZvLink*>(Object), Hit);
+        CapturePointDrag(dynamic_cast<TZvLink*>(Object), Hit);
     });
     Event->accept();
 }
@@ -757,9 +757,9 @@ void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handle
 }
 
 void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
-    if (DragLink && Event->button() == Qt::LeftButton) {
-        TZvLink* Link = std::exchange(DragLink, nullptr);
-        Guarded([&] { Link->MouseUp(*Event, ToSurface(Event->position().toPoint()), DragHit); });
+    if (PointDragLink && Event->button() == Qt::LeftButton) {
+        TZvLink* Link = std::exchange(PointDragLink, nullptr);
+        Guarded([&] { Link->MouseUp(*Event, ToSurface(Event->position().toPoint()), PointDragHit); });
         Event->accept();
     } else if (Event->button() == Qt::RightButton)
         ShowObjectMenu(Event);
@@ -788,14 +788,14 @@ void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {
 
 // A link whose point is being dragged receives the moves and the release wherever the pointer
 // goes, with the hit kind of the press, as a captured mouse would deliver them.
-void TZvWorkArea::CaptureLinkDrag(TZvLink* Link, TTableHitTest Hit) {
-    DragLink = Link && Link->GetDragPoint() >= 0 ? Link : nullptr;
-    DragHit = Hit;
+void TZvWorkArea::CapturePointDrag(TZvLink* Link, TTableHitTest Hit) {
+    PointDragLink = Link && Link->GetDragPoint() >= 0 ? Link : nullptr;
+    PointDragHit = Hit;
 }
 
 void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
-    if (DragLink && (Event->buttons() & Qt::LeftButton)) {
-        Guarded([&] { DragLink->MouseMove(*Event, ToSurface(Event->position().toPoint()), DragHit); });
+    if (PointDragLink && (Event->buttons() & Qt::LeftButton)) {
+        Guarded([&] { PointDragLink->MouseMove(*Event, ToSurface(Event->position().toPoint()), PointDragHit); });
         Event->accept();
         return;
     }

@@ -270,11 +270,13 @@ public:
     // True when a field row may be linked to another: rows of two different tables, both field
     // rows, and with CheckLinkFieldsType, of one class of field types.
     bool CanLinkItems(const TZvListItem* Source, const TZvListItem* Target) const;
+    // Links the field row Source to Target when CanLinkItems allows it: what a row dropped on a
+    // row does. Returns the link, or null when nothing was linked.
+    TZvLink* LinkRows(TZvListItem* Source, TZvListItem* Target);
     // The row of the table under Point (viewport coordinates) that a dragged row would be dropped
     // on; null when none.
     TZvListItem* DropTargetItem(QPoint Point) const;
-    // Dropping the field row Source at Point (viewport coordinates) links it to the row there
-    // when CanLinkItems allows it. Returns the link, or null when nothing was linked.
+    // Dropping the field row Source at Point (viewport coordinates): LinkRows with the row there.
     TZvLink* HandleDragDrop(TZvListItem* Source, QPoint Point);
     // Places the ends of every link of Table anew, after the table moved, resized or scrolled.
     void PlaceLinksOf(const TZvTable& Table);
@@ -367,7 +369,7 @@ private:
     using TZvObjectMouseHandler = void (TZvFloatObject::*)(QMouseEvent&, QPoint, TTableHitTest);
     void RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler);
     void ShowObjectMenu(QMouseEvent* Event);
-    void CaptureLinkDrag(TZvLink* Link, TTableHitTest Hit);
+    void CapturePointDrag(TZvLink* Link, TTableHitTest Hit);
     template <class TObject>
     TObject* PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point);
     QRect PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const;
@@ -398,8 +400,8 @@ private:
     std::vector<std::unique_ptr<TZvTable>> Tables;
     TZvFloatObject* Selected = nullptr;
     TZvFloatObject* HitObject = nullptr;
-    TZvLink* DragLink = nullptr; // the link whose point is being dragged
-    TTableHitTest DragHit = htTOutSide;
+    TZvLink* PointDragLink = nullptr; // the link whose point is being dragged
+    TTableHitTest PointDragHit = htTOutSide;
     TTableHitTest LastHit = htTOutSide;
     TZvTable* AliasTable = nullptr;
     TZvEdit* AliasEdit;

@@ -233,11 +233,14 @@ TZvListItem* TZvWorkArea::DropTargetItem(QPoint Point) const {
     return nullptr;
 }
 
-TZvLink* TZvWorkArea::HandleDragDrop(TZvListItem* Source, QPoint Point) {
-    TZvListItem* Target = DropTargetItem(Point);
+TZvLink* TZvWorkArea::LinkRows(TZvListItem* Source, TZvListItem* Target) {
     if (!CanLinkItems(Source, Target))
         return nullptr;
     return AddLink(Source->GetTable(), Target->GetTable(), Source, Target);
+}
+
+TZvLink* TZvWorkArea::HandleDragDrop(TZvListItem* Source, QPoint Point) {
+    return LinkRows(Source, DropTargetItem(Point));
 }
 
 void TZvWorkArea::PlaceLinksOf(const TZvTable& Table) {
