@@ -795,7 +795,8 @@ void TZvWorkArea::CapturePointDrag(TZvLink* Link, TTableHitTest Hit) {
 
 void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
     if (PointDragLink && (Event->buttons() & Qt::LeftButton)) {
-        Guarded([&] { PointDragLink->MouseMove(*Event, ToSurface(Event->position().toPoint()), PointDragHit); });
+        const QPoint Point = ToSurface(Event->position().toPoint());
+        Guarded([&] { PointDragLink->MouseMove(*Event, Point, PointDragHit); });
         Event->accept();
         return;
     }

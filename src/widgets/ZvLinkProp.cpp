@@ -49,7 +49,8 @@ QString TableCaption(const TZvTable& Table) {
 
 TfmLinkProp::TfmLinkProp(QWidget* Parent)
     : QDialog(Parent, Qt::Tool), laCaption(Named(new QLabel(this), "laCaption")),
-      laLeftField(Named(new QLabel(this), "laLeftField")), cbConditions(Named(new QComboBox(this), "cbConditions")),
+      laLeftField(Named(new QLabel(this), "laLeftField")),
+      cbConditions(Named(new QComboBox(this), "cbConditions")),
       laRightField(Named(new QLabel(this), "laRightField")),
       chLeftOuter(Named(new QCheckBox(this), "chLeftOuter")),
       chRightOuter(Named(new QCheckBox(this), "chRightOuter")),
@@ -118,8 +119,12 @@ void TfmLinkProp::buOKClick() {
         throw EZvError(ZvText(TZvRes::LinkPropInvalidLink).toStdString());
     const bool Left = chLeftOuter->isChecked();
     const bool Right = chRightOuter->isChecked();
-    const int JoinType = Left && Right ? zvjFOuterJoin : Left ? zvjLOuterJoin : Right ? zvjROuterJoin : zvjInnerJoin;
-    CurrentLnk->GetWorkArea()->ApplyLinkProperties(*CurrentLnk, JoinType, cbConditions->currentText().toStdString());
+    const int JoinType = Left && Right ? zvjFOuterJoin
+                         : Left        ? zvjLOuterJoin
+                         : Right       ? zvjROuterJoin
+                                       : zvjInnerJoin;
+    CurrentLnk->GetWorkArea()->ApplyLinkProperties(*CurrentLnk, JoinType,
+                                                   cbConditions->currentText().toStdString());
     accept();
 }
 

@@ -110,7 +110,8 @@ void TZvLink::CheckIndex(int Index) const {
 
 QPoint TZvLink::GetPoint(int Index) const {
     CheckIndex(Index);
-    return Points[static_cast<std::size_t>(Index)] - QPoint(WorkArea->HorzScrollPos(), WorkArea->VertScrollPos());
+    return Points[static_cast<std::size_t>(Index)] -
+           QPoint(WorkArea->HorzScrollPos(), WorkArea->VertScrollPos());
 }
 
 void TZvLink::SetPoint(int Index, QPoint Point) {
@@ -121,8 +122,8 @@ void TZvLink::SetPoint(int Index, QPoint Point) {
 void TZvLink::SetBoundaryRect() {
     for (int I = 0; I < 2; ++I)
         if (!Join->GetTable(I))
-            throw EZvError(
-                ZvText(TZvRes::LinkInvalidTable, QString::fromStdString(Join->GetTableName(I))).toStdString());
+            throw EZvError(ZvText(TZvRes::LinkInvalidTable, QString::fromStdString(Join->GetTableName(I)))
+                               .toStdString());
     PlaceEnd(true);
     PlaceEnd(false);
     UpdateBounds();
@@ -141,8 +142,8 @@ void TZvLink::PlaceEnd(bool First) {
     const QRect Own = (First ? Item1 : Item2)->GetBoundsRect();
     const QRect Other = (First ? Item2 : Item1)->GetBoundsRect();
     const int Count = GetCountPoints();
-    const int Reference =
-        Count < 5 ? Other.left() + Other.width() : Points[static_cast<std::size_t>(First ? 2 : Count - 3)].x();
+    const int Reference = Count < 5 ? Other.left() + Other.width()
+                                    : Points[static_cast<std::size_t>(First ? 2 : Count - 3)].x();
     const bool RightSide = Reference >= Own.left();
     const int EdgeX = RightSide ? Own.left() + Own.width() : Own.left();
     const int Y = Own.top() + Own.height() / 2;
@@ -353,7 +354,8 @@ void TZvLink::HandleDeleteLink() {
 void TZvLink::HandleLinkProperties() {
     TfmLinkProp Dialog(WorkArea);
     if (TZvSelectParser* Parser = WorkArea->GetParser()) {
-        Dialog.SetCompareOperatorList(QString::fromStdString(Parser->GetScanner().GetJoinOperators().GetCommaText()));
+        Dialog.SetCompareOperatorList(
+            QString::fromStdString(Parser->GetScanner().GetJoinOperators().GetCommaText()));
         Dialog.SetFullOuterJoinSupported(Parser->IsFullOuterJoinSupported());
     }
     CurrentLnk = this;

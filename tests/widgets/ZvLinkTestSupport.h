@@ -101,7 +101,9 @@ protected:
         return Def;
     }
     // The FROM entry of a model table with its joins, as the statement writes it.
-    std::string FromText(const std::string& Alias) { return Parser->GetTableDefs().FindByAlias(Alias)->GetScript(); }
+    std::string FromText(const std::string& Alias) {
+        return Parser->GetTableDefs().FindByAlias(Alias)->GetScript();
+    }
 
     // Runs the next context menu: records its entries and triggers the one with text Choice.
     void ChooseFromMenu(const QString& Choice) {

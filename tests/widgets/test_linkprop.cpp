@@ -47,7 +47,9 @@ protected:
         RightClick(ToView((Link.GetPoints()[1] + Link.GetPoints()[2]) / 2));
         return Result;
     }
-    static void Click(QWidget* Widget) { QTest::mouseClick(Widget, Qt::LeftButton, {}, QPoint(5, Widget->height() / 2)); }
+    static void Click(QWidget* Widget) {
+        QTest::mouseClick(Widget, Qt::LeftButton, {}, QPoint(5, Widget->height() / 2));
+    }
 };
 
 TEST_F(TZvLinkPropTest, ThePropertyEntryShowsTheLinkInTheDialog) {
@@ -242,8 +244,8 @@ TEST(ZvLinkProp, TheOperatorListIsCommaText) {
 TEST_F(TZvLinkPropTest, TheFormIsWidenedToShowBothCheckBoxesAndKeepsItsControlsCentred) {
     TZvDataSet Fields;
     Fields.AddFieldDef("ID", ftInteger);
-    TZvTable* Long = Host->GetTables().AddTableAt("A_TABLE_WITH_A_VERY_LONG_NAME_INDEED_AND_MORE", "L", &Fields,
-                                                  QPoint(20, 300));
+    TZvTable* Long = Host->GetTables().AddTableAt("A_TABLE_WITH_A_VERY_LONG_NAME_INDEED_AND_MORE", "L",
+                                                  &Fields, QPoint(20, 300));
     TZvLink* Link = Area->AddLink(Emp, Long, Row(Emp, "ID"), Long->GetItem(0));
     OpenProperties(*Link, [](TfmLinkProp& Dialog) {
         const QCheckBox& Right = *Dialog.chRightOuter;

@@ -440,7 +440,8 @@ TEST(ZvIsPointInPoly, ClockwiseAndAnticlockwiseAgreeAlsoOnAHorizontalEdge) {
     const std::vector<QPoint> Anticlockwise{{0, 0}, {0, 10}, {10, 10}, {10, 0}};
     const std::vector<QPoint> Triangle{{0, 0}, {20, 0}, {10, 9}};
     const std::vector<QPoint> TriangleBack{{10, 9}, {20, 0}, {0, 0}};
-    for (const QPoint& P : {QPoint(5, 0), QPoint(5, 10), QPoint(5, 5), QPoint(3, 7), QPoint(12, 3), QPoint(10, 0)}) {
+    for (const QPoint& P :
+         {QPoint(5, 0), QPoint(5, 10), QPoint(5, 5), QPoint(3, 7), QPoint(12, 3), QPoint(10, 0)}) {
         EXPECT_EQ(IsPointInPoly(Clockwise, P), IsPointInPoly(Anticlockwise, P)) << P.x() << "," << P.y();
         EXPECT_EQ(IsPointInPoly(Triangle, P), IsPointInPoly(TriangleBack, P)) << P.x() << "," << P.y();
     }
@@ -470,7 +471,8 @@ TEST_F(TZvLinkModelTest, ALinkDrawnTheOtherWayJoinsTheSameTwoTablesInOneJoin) {
     EXPECT_EQ(Back->GetHint(), QStringLiteral("E.NAME=D.TITLE"));
     EXPECT_EQ(Area->FindLink(Dept, Emp, Row(Dept, "TITLE"), Row(Emp, "NAME")), Back);
     EXPECT_EQ(Area->FindJoin(Dept, Emp), Back->GetJoin());
-    EXPECT_EQ(FromText("E"), "  EMP E\r\n  INNER JOIN DEPT D ON (E.DEPT_ID = D.ID) AND \r\n    (E.NAME = D.TITLE)");
+    EXPECT_EQ(FromText("E"),
+              "  EMP E\r\n  INNER JOIN DEPT D ON (E.DEPT_ID = D.ID) AND \r\n    (E.NAME = D.TITLE)");
     EXPECT_EQ(JoinsOf("D").Count(), 0);
 }
 
@@ -531,7 +533,9 @@ TEST_F(TZvLinkModelTest, RemoveLinkIgnoresALinkNotAtTheIndex) {
 TEST_F(TZvLinkModelTest, SelectLinkSelectsAndTellsTheHook) {
     TZvLink* Link = LinkDeptId();
     int Heard = 0;
-    Area->OnSelectLink = [&](TZvWorkArea&, TZvListItem*, TZvListItem*, bool Select) { Heard += Select ? 1 : 0; };
+    Area->OnSelectLink = [&](TZvWorkArea&, TZvListItem*, TZvListItem*, bool Select) {
+        Heard += Select ? 1 : 0;
+    };
     Area->SelectLink(Link);
     EXPECT_EQ(Area->GetSelected(), Link);
     EXPECT_EQ(Heard, 1);
@@ -541,15 +545,14 @@ class TZvConstJoinTest : public TZvLinkFixture {
 protected:
     TZvConstJoinTest() : TZvLinkFixture([] { return std::make_unique<test::TZvConstJoinParser>(); }) {}
     // E.NAME = 'X' written into the join to D.
-    void AddConstJoin() {
-        AddModelJoin("E", "NAME", "D", "'X'")->SetRightConst(true);
-    }
+    void AddConstJoin() { AddModelJoin("E", "NAME", "D", "'X'")->SetRightConst(true); }
 };
 
 TEST_F(TZvConstJoinTest, TheJoinsWithConstantsGoWithTheLastLinkBetweenTheTables) {
     TZvLink* First = LinkDeptId();
     AddConstJoin();
-    EXPECT_EQ(FromText("E"), "  EMP E\r\n  INNER JOIN DEPT D ON (E.DEPT_ID = D.ID) AND \r\n    (E.NAME = 'X')");
+    EXPECT_EQ(FromText("E"),
+              "  EMP E\r\n  INNER JOIN DEPT D ON (E.DEPT_ID = D.ID) AND \r\n    (E.NAME = 'X')");
     Area->RemoveLink(First, 0, true);
     EXPECT_EQ(JoinsOf("E").Count(), 0);
     EXPECT_EQ(FromText("E"), "  EMP E");
@@ -560,7 +563,8 @@ TEST_F(TZvConstJoinTest, TheJoinsWithConstantsStayWhileAnotherLinkJoinsTheTables
     Area->AddLink(Emp, Dept, Row(Emp, "NAME"), Row(Dept, "TITLE"));
     AddConstJoin();
     Area->RemoveLink(First, 0, true);
-    EXPECT_EQ(FromText("E"), "  EMP E\r\n  INNER JOIN DEPT D ON (E.NAME = D.TITLE) AND \r\n    (E.NAME = 'X')");
+    EXPECT_EQ(FromText("E"),
+              "  EMP E\r\n  INNER JOIN DEPT D ON (E.NAME = D.TITLE) AND \r\n    (E.NAME = 'X')");
 }
 
 // --- the field-row drop ---
@@ -613,15 +617,16 @@ TEST_P(TZvLinkTypeTest, RowsLinkWhenTheirTypesAreEqualOrOfOneClass) {
     EXPECT_EQ(Area->CanLinkItems(TableB->GetItem(0), TableA->GetItem(0)), GetParam().Linkable);
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, TZvLinkTypeTest,
-                         ::testing::Values(TTypePair{ftInteger, ftLargeint, true}, TTypePair{ftSmallint, ftAutoInc, true},
-                                           TTypePair{ftWord, ftInteger, true}, TTypePair{ftFloat, ftCurrency, true},
-                                           TTypePair{ftString, ftWideString, true}, TTypePair{ftMemo, ftFixedChar, true},
-                                           TTypePair{ftDate, ftDateTime, true}, TTypePair{ftTime, ftDate, true},
-                                           TTypePair{ftBoolean, ftBoolean, true}, TTypePair{ftGuid, ftGuid, true},
-                                           TTypePair{ftInteger, ftFloat, false}, TTypePair{ftInteger, ftString, false},
-                                           TTypePair{ftDate, ftTimeStamp, false}, TTypePair{ftBoolean, ftBlob, false},
-                                           TTypePair{ftUnknown, ftBCD, false}, TTypePair{ftFloat, ftFMTBcd, false}));
+INSTANTIATE_TEST_SUITE_P(
+    Classes, TZvLinkTypeTest,
+    ::testing::Values(TTypePair{ftInteger, ftLargeint, true}, TTypePair{ftSmallint, ftAutoInc, true},
+                      TTypePair{ftWord, ftInteger, true}, TTypePair{ftFloat, ftCurrency, true},
+                      TTypePair{ftString, ftWideString, true}, TTypePair{ftMemo, ftFixedChar, true},
+                      TTypePair{ftDate, ftDateTime, true}, TTypePair{ftTime, ftDate, true},
+                      TTypePair{ftBoolean, ftBoolean, true}, TTypePair{ftGuid, ftGuid, true},
+                      TTypePair{ftInteger, ftFloat, false}, TTypePair{ftInteger, ftString, false},
+                      TTypePair{ftDate, ftTimeStamp, false}, TTypePair{ftBoolean, ftBlob, false},
+                      TTypePair{ftUnknown, ftBCD, false}, TTypePair{ftFloat, ftFMTBcd, false}));
 
 TEST_F(TZvLinkModelTest, AParameterRowOfAStoredProcedureIsNotLinked) {
     TZvParams Params;
