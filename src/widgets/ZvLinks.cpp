@@ -53,6 +53,15 @@ int CrossingX(QPoint A, QPoint B, int Y) {
     return static_cast<int>(std::nearbyint(Offset)) + A.x();
 }
 
+// Makes a link the dialog's current link for as long as it is shown, whatever way it closes.
+class TZvCurrentLinkScope {
+public:
+    explicit TZvCurrentLinkScope(TZvLink* Link) { CurrentLnk = Link; }
+    ~TZvCurrentLinkScope() { CurrentLnk = nullptr; }
+    TZvCurrentLinkScope(const TZvCurrentLinkScope&) = delete;
+    TZvCurrentLinkScope& operator=(const TZvCurrentLinkScope&) = delete;
+};
+
 } // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -358,11 +367,11 @@ void TZvLink::HandleLinkProperties() {
             QString::fromStdString(Parser->GetScanner().GetJoinOperators().GetCommaText()));
         Dialog.SetFullOuterJoinSupported(Parser->IsFullOuterJoinSupported());
     }
-    CurrentLnk = this;
-    const bool Accepted = Dialog.Execute() == QDialog::Accepted;
-    CurrentLnk = nullptr;
-    if (!Accepted)
-        return;
+    {
+        const TZvCurrentLinkScope Scope(this);
+        if (Dialog.Execute() != QDialog::Accepted)
+            return;
+    }
     for (int I = 0; I < WorkArea->LinkCount(); ++I)
         if (WorkArea->LinkAt(I)->GetJoin() == Join)
             WorkArea->LinkAt(I)->InvalidateRegion();

@@ -167,6 +167,20 @@ TEST_F(TZvLinkGeometryTest, HintAndIdentifierNameBothSides) {
     EXPECT_EQ(Area->FindLinkByID("EMP_DEPT_ID-DEPT_TITLE"), -1);
 }
 
+TEST_F(TZvLinkGeometryTest, HoveringALinkShowsItsConditionAsTheHint) {
+    TZvLink* Link = LinkDeptId();
+    const QPoint Middle = ToView(Mid(Link->GetPoints()[1], Link->GetPoints()[2]));
+    const auto SavedPosition = TZvWorkArea::CursorPosition;
+    TZvWorkArea::CursorPosition = [this, Middle] { return Area->viewport()->mapToGlobal(Middle); };
+    QTest::mouseMove(Area->viewport(), QPoint(700, 500));
+    QTest::mouseMove(Area->viewport(), Middle);
+    for (int Waited = 0; !Area->IsHintShown() && Waited < 5000; Waited += 20)
+        QTest::qWait(20);
+    TZvWorkArea::CursorPosition = SavedPosition;
+    EXPECT_TRUE(Area->IsHintShown());
+    EXPECT_EQ(Area->GetHintText(), QStringLiteral("E.DEPT_ID=D.ID"));
+}
+
 // --- hit testing ---
 
 TEST_F(TZvLinkGeometryTest, HitTestFindsTheLineBendPointsAndEnds) {
@@ -565,6 +579,25 @@ TEST_F(TZvConstJoinTest, TheJoinsWithConstantsStayWhileAnotherLinkJoinsTheTables
     Area->RemoveLink(First, 0, true);
     EXPECT_EQ(FromText("E"),
               "  EMP E\r\n  INNER JOIN DEPT D ON (E.NAME = D.TITLE) AND \r\n    (E.NAME = 'X')");
+}
+
+TEST_F(TZvLinkModelTest, AJoinFollowsARenamedTableAndGoesWithItsLink) {
+    TZvLink* Link = LinkDeptId();
+    Area->EditAlias(*Dept);
+    Area->GetAliasEdit()->setText(QStringLiteral("DD"));
+    Area->CommitAliasEdit();
+    EXPECT_EQ(Link->GetHint(), QStringLiteral("E.DEPT_ID=DD.ID"));
+    EXPECT_EQ(FromText("E"), "  EMP E\r\n  INNER JOIN DEPT DD ON (E.DEPT_ID = DD.ID)");
+    Area->RemoveLink(Link, 0, true);
+    EXPECT_EQ(FromText("E"), "  EMP E");
+}
+
+TEST_F(TZvLinkModelTest, ACollapsedTableTakesItsLinksToItsBox) {
+    TZvLink* Link = LinkDeptId();
+    Dept->SetExpand(false);
+    EXPECT_EQ(Link->GetPoints().back(), EdgePoint(Dept->GetBoundsRect(), false));
+    Dept->SetExpand(true);
+    EXPECT_EQ(Link->GetPoints().back(), EdgePoint(Row(Dept, "ID")->GetBoundsRect(), false));
 }
 
 // --- the field-row drop ---
