@@ -416,9 +416,12 @@ void TZvLink::PaintMarkers(QPainter& Painter) const {
     QPen Pen = WorkArea->GetLinkPen();
     Pen.setWidth(1);
     Painter.setPen(Pen);
+    // An end on a row's left edge lies on the row's first pixel; its marker starts just outside.
     const auto Marker = [&](int End, int Toward, bool Triangle) {
-        const QPoint E = Points[static_cast<std::size_t>(End)] - Scroll;
+        QPoint E = Points[static_cast<std::size_t>(End)] - Scroll;
         const int Dir = StubDirection(E, Points[static_cast<std::size_t>(Toward)] - Scroll);
+        if (Dir < 0)
+            E.rx() -= 1;
         if (Triangle) {
             Painter.setBrush(Pen.color());
             const QPoint Tip(E.x() + 8 * Dir, E.y());

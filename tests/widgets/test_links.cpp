@@ -422,6 +422,18 @@ TEST_F(TZvLinkEditTest, MarkersPointAlongAStubThatRunsLeft) {
     EXPECT_FALSE(IsDark(Image, ToView(Link->GetPoints().front()) + QPoint(1, -3)));
 }
 
+TEST_F(TZvLinkEditTest, ALineLeavingARowLeftwardsStartsOutsideTheRow) {
+    Emp->SetTopLeft(QPoint(500, 20));
+    TZvLink* Link = LinkDeptId();
+    const QPoint Start = ToView(Link->GetPoints().front());
+    const QImage Image = PaintAlone(*Link, *Area);
+    EXPECT_FALSE(IsDark(Image, Start)); // the row's first pixel
+    EXPECT_TRUE(IsDark(Image, Start - QPoint(1, 0)));
+    // Rightwards the start point is already the first pixel outside the row.
+    const QPoint End = ToView(Link->GetPoints().back());
+    EXPECT_TRUE(IsDark(Image, End));
+}
+
 // --- the clip region ---
 
 TEST_F(TZvLinkGeometryTest, TheClipRegionCoversTheWholeLinkOrOneEnd) {
