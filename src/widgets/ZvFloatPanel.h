@@ -12,8 +12,10 @@
 #include <QEvent>
 #include <QFont>
 #include <QLineEdit>
+#include <QPen>
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 
 #include <cstdint>
 #include <exception>
@@ -250,8 +252,15 @@ public:
     // Scrolls so that the table is visible.
     void ShowPanel(TZvTable* Table);
 
-    // --- links ---
+    // --- links (ZvWorkAreaLinks.cpp) ---
+    // Links Item1 of Table1 to Item2 of Table2, in the join of the two tables (made when there is
+    // none yet), and records the join in the model unless the model holds it already, in which
+    // case the link takes the model's operator (and, for a new join, its kind). Asks the host
+    // first. Returns the new link; the existing one when the two rows are linked already; null
+    // when the host refused, a row is not of its table, or both tables are one.
     TZvLink* AddLink(TZvTable* Table1, TZvTable* Table2, TZvListItem* Item1, TZvListItem* Item2);
+    // Removes the link at Index and its join definition, with the joins against constants that
+    // belonged to it; the join goes with its last link. Redraw repaints and deselects the rows.
     void RemoveLink(TZvLink* Link, int Index, bool Redraw);
     TZvJoin* FindJoin(const TZvTable* Table1, const TZvTable* Table2) const;
     TZvLink* FindLink(const TZvTable* Table1, const TZvTable* Table2, const TZvListItem* Item1,
@@ -260,7 +269,30 @@ public:
     int LinkCount() const { return static_cast<int>(Links.size()); }
     TZvLink* LinkAt(int Index) const { return Links.at(static_cast<std::size_t>(Index)).get(); }
     int JoinCount() const { return static_cast<int>(Joins.size()); }
+    // Selects the link (null clears the selection); the select-link hook hears it.
     void SelectLink(TZvLink* Link);
+    // Raises the select-link hook: a link's rows were selected or deselected.
+    void SelectLink(TZvListItem* Item1, TZvListItem* Item2, bool Select);
+    // Stores the kind of join in the link's join and in every model join between its two tables,
+    // and the operator in the link and its model join.
+    void ApplyLinkProperties(TZvLink& Link, int JoinType, const std::string& Operator);
+    // True when a field row may be linked to another: rows of two different tables, both field
+    // rows, and with CheckLinkFieldsType, of one class of field types.
+    bool CanLinkItems(const TZvListItem* Source, const TZvListItem* Target) const;
+    // Links the field row Source to Target when CanLinkItems allows it: what a row dropped on a
+    // row does. Returns the link, or null when nothing was linked.
+    TZvLink* LinkRows(TZvListItem* Source, TZvListItem* Target);
+    // The row of the table under Point (viewport coordinates) that a dragged row would be dropped
+    // on; null when none.
+    TZvListItem* DropTargetItem(QPoint Point) const;
+    // Dropping the field row Source at Point (viewport coordinates): LinkRows with the row there.
+    TZvLink* HandleDragDrop(TZvListItem* Source, QPoint Point);
+    // Places the ends of every link of Table anew, after the table moved, resized or scrolled.
+    void PlaceLinksOf(const TZvTable& Table);
+    // Re-places and repaints the links of Table after its rows scrolled.
+    void FollowScrolledRows(const TZvTable& Table);
+    const QPen& GetLinkPen() const { return LinkPen; }
+    void SetLinkPen(const QPen& Value);
 
     // --- selection, contents, updates ---
     TZvFloatObject* GetSelected() const { return Selected; }
@@ -289,6 +321,7 @@ public:
     QRect ToViewport(const QRect& R) const { return R.translated(-HorzScrollPos(), -VertScrollPos()); }
     // Repaints R (work-area coordinates), unless updating.
     void InvalidateRect(const QRect& R);
+    void InvalidateRegion(const QRegion& R);
     // Repaints a table's box and every link attached to it.
     void InvalidateObjectArea(const TZvFloatObject* Object);
     // The front-most object under Point (viewport coordinates) and its hit kind: tables in list
@@ -393,6 +426,7 @@ private:
     using TZvObjectMouseHandler = void (TZvFloatObject::*)(QMouseEvent&, QPoint, TTableHitTest);
     void RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler);
     void ShowObjectMenu(QMouseEvent* Event);
+    void CapturePointDrag(TZvLink* Link, TTableHitTest Hit);
     template <class TObject>
     TObject* PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point);
     QRect PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const;
@@ -436,6 +470,8 @@ private:
     std::vector<std::unique_ptr<TZvTable>> Tables;
     TZvFloatObject* Selected = nullptr;
     TZvFloatObject* HitObject = nullptr;
+    TZvLink* PointDragLink = nullptr; // the link whose point is being dragged
+    TTableHitTest PointDragHit = htTOutSide;
     TTableHitTest LastHit = htTOutSide;
     TZvTable* AliasTable = nullptr;
     TZvEdit* AliasEdit;
@@ -444,6 +480,7 @@ private:
     QFont SurfaceFont;
     int UpdateCount = 0;
     bool CheckLinkFieldsType = true;
+    QPen LinkPen{Qt::black};
     QBasicTimer HoverTimer; // timer 10
     QBasicTimer HintTimer;  // timer 11
     TZvFloatObject* HoverObject = nullptr;

@@ -234,8 +234,8 @@ void TZvWorkArea::HandleDragDrop(QPoint Point) {
     HandleDragOver(Point, dsDragLeave);
     TZvTable* Target = DropTable;
     TZvListItem* Row = DropItem;
-    if (Target && Row && DragTable && DragItem)
-        AddLink(DragTable, Target, DragItem, Row);
+    if (Target && Row && DragItem)
+        LinkRows(DragItem, Row);
 }
 
 void TZvWorkArea::HandleDragEnd() {

@@ -348,6 +348,7 @@ void TZvTable::SetFirstVisibleItem(int Value) {
     const int Shift = (FirstVisibleItem - Value) * (ItemHeight + 1);
     FirstVisibleItem = Value;
     WorkArea->ScrollClientArea(*this, Shift);
+    WorkArea->FollowScrolledRows(*this);
     if (Selected)
         WorkArea->RefreshTableScrollBar();
 }

@@ -666,10 +666,10 @@ TEST_F(TZvDiagramTest, TheTableAtTheFrontIsPaintedLast) {
 TEST_F(TZvDiagramTest, TablesCoverTheLinksBehindThem) {
     TZvTable* A = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(20, 20));
     TZvTable* B = Host->GetTables().AddTableAt("DEPT", "", &DeptFields, QPoint(400, 20));
-    Host->GetLinks().AddLink(A, B, A->GetFieldItem("ID"), B->GetFieldItem("ID"));
+    TZvLink* Link = Host->GetLinks().AddLink(A, B, A->GetFieldItem("ID"), B->GetFieldItem("ID"));
     Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(200, 0));
     const QImage Image = Grab(*Area);
-    const int Y = Area->ToViewport(A->GetFieldItem("ID")->GetBoundsRect()).center().y();
+    const int Y = Link->GetPoint(0).y();
     // Between A and the covering table the link shows; inside the covering table it does not.
     EXPECT_EQ(Image.pixelColor(150, Y), QColor(Qt::black));
     EXPECT_NE(Image.pixelColor(250, Y), QColor(Qt::black));
