@@ -27,6 +27,7 @@ TZvDesignerDiagram::TZvDesignerDiagram(const TZvSqlMetadata& Metadata, QWidget* 
     // once the edit is complete.
     Host->OnAddRemoveTable = [this](TCustomZevrin&, TZvTable&, TZvAction, bool&) { ScheduleRefresh(); };
     Host->OnAddRemoveLink = [this](TCustomZevrin&, TZvLink&, TZvAction, bool&) { ScheduleRefresh(); };
+    Area->OnChangeLink = [this](TZvWorkArea&, TZvLink&) { ScheduleRefresh(); };
     const auto CheckField = Area->OnCheckField;
     Area->OnCheckField = [this, CheckField](TZvTable& Table, TZvListItem& Item) {
         CheckField(Table, Item);

@@ -274,7 +274,7 @@ public:
     // Raises the select-link hook: a link's rows were selected or deselected.
     void SelectLink(TZvListItem* Item1, TZvListItem* Item2, bool Select);
     // Stores the kind of join in the link's join and in every model join between its two tables,
-    // and the operator in the link and its model join.
+    // and the operator in the link and its model join; then raises the change-link hook.
     void ApplyLinkProperties(TZvLink& Link, int JoinType, const std::string& Operator);
     // True when a field row may be linked to another: rows of two different tables, both field
     // rows, and with CheckLinkFieldsType, of one class of field types.
@@ -397,6 +397,9 @@ public:
     TZvTableItemEvent OnEnterParameter;
     TZvSelectLinkEvent OnSelectLink;
     TZvLinkEvent OnRemoveLink;
+    // A link's kind or operator was stored (ApplyLinkProperties): the model's joins changed without
+    // a link being added or removed.
+    TZvLinkEvent OnChangeLink;
     TSetFontEvent SetFontHook;
 
     // The hover timer's pointer position, in global coordinates; replaceable so that tests can

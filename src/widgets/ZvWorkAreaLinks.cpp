@@ -222,6 +222,8 @@ void TZvWorkArea::ApplyLinkProperties(TZvLink& Link, int JoinType, const std::st
     const TZvModelJoin Model = FindModelJoin(GetParser(), Link);
     if (Model.Def)
         Model.Def->SetOperator(Model.Mirrored ? MirroredOperator(Operator) : Operator);
+    if (OnChangeLink)
+        OnChangeLink(*this, Link);
 }
 
 TZvListItem* TZvWorkArea::DropTargetItem(QPoint Point) const {

@@ -5,6 +5,9 @@
 #include "ZvConnection.h"
 #include "ZvDesignerDiagram.h"
 #include "ZvDesignerWindow.h"
+#include "ZvDiagramTestSupport.h"
+#include "ZvLinkProp.h"
+#include "ZvLinks.h"
 #include "ZvPreview.h"
 #include "ZvPreviewModel.h"
 #include "ZvSampleDatabase.h"
@@ -14,16 +17,18 @@
 #include "ZvTestSupport.h"
 #include "ZvWindow.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QMimeData>
 #include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <QLabel>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QSet>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -494,6 +499,83 @@ TEST_F(ZvDesignerDiagramTest, OtherDragsAreNotTaken) {
     QDragEnterEvent Enter(QPoint(50, 50), Qt::CopyAction, &Data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(Area->viewport(), &Enter);
     EXPECT_FALSE(Enter.isAccepted());
+}
+
+// --- joins drawn on the diagram ----------------------------------------------------------------
+
+// categories at the left and products at the right of the work area, over the sample database.
+class ZvDesignerJoinTest : public ZvDesignerDiagramTest {
+protected:
+    void SetUp() override {
+        ZvDesignerDiagramTest::SetUp();
+        if (HasFatalFailure())
+            return;
+        Categories = Diagram->AddTableAt(QStringLiteral("categories"), QPoint(20, 20));
+        Products = Diagram->AddTableAt(QStringLiteral("products"), QPoint(320, 20));
+        ASSERT_NE(Categories, nullptr);
+        ASSERT_NE(Products, nullptr);
+        ASSERT_TRUE(WaitForStatement());
+    }
+    // Drags the row From of categories onto the row To of products with real mouse events.
+    void DragRow(const char* From, const char* To) {
+        const QPoint Start = test::RowTextPoint(*Categories, Categories->GetFieldItem(From)->GetIndex());
+        const QPoint End = test::RowTextPoint(*Products, Products->GetFieldItem(To)->GetIndex());
+        ASSERT_TRUE(Area->viewport()->rect().contains(End));
+        QTest::mousePress(Area->viewport(), Qt::LeftButton, {}, Start);
+        test::MouseDragTo(*Area, Start, End);
+        QTest::mouseRelease(Area->viewport(), Qt::LeftButton, {}, End);
+    }
+    TZvTable* Categories = nullptr;
+    TZvTable* Products = nullptr;
+};
+
+TEST_F(ZvDesignerJoinTest, ARowDraggedOntoARelatedRowPutsTheJoinIntoTheSqlPane) {
+    DragRow("category_id", "category_id");
+    ASSERT_EQ(Area->LinkCount(), 1);
+    ASSERT_TRUE(WaitForStatement());
+    const QString Sql = Window->SqlPane()->GeneratedSql();
+    EXPECT_EQ(Sql, Diagram->Statement());
+    EXPECT_TRUE(Sql.contains(QStringLiteral(
+        "categories\r\n  INNER JOIN products ON (categories.category_id = products.category_id)")))
+        << Sql.toStdString();
+    EXPECT_TRUE(Window->SqlPane()->ErrorText().isEmpty());
+    ASSERT_TRUE(Window->WaitForPreview(kWaitMs));
+    EXPECT_EQ(Window->PreviewModel()->rowCount(), DirectCount(Sql));
+}
+
+TEST_F(ZvDesignerJoinTest, ARowOfAnotherTypeJoinsNothingAndLeavesTheStatement) {
+    const QString Before = Window->SqlPane()->GeneratedSql();
+    DragRow("category_id", "name");
+    EXPECT_EQ(Area->LinkCount(), 0);
+    QTest::qWait(50);
+    EXPECT_EQ(Window->SqlPane()->GeneratedSql(), Before);
+}
+
+TEST_F(ZvDesignerJoinTest, TheLinkPropertiesDialogRefreshesTheStatement) {
+    DragRow("category_id", "category_id");
+    ASSERT_TRUE(WaitForStatement());
+    const TZvLink* Link = Area->LinkAt(0);
+    const auto SavedDialog = TfmLinkProp::ExecDialog;
+    TfmLinkProp::ExecDialog = [](TfmLinkProp& Dialog) {
+        Dialog.show();
+        QTest::mouseClick(Dialog.chLeftOuter, Qt::LeftButton, {},
+                          QPoint(5, Dialog.chLeftOuter->height() / 2));
+        Dialog.cbConditions->setCurrentText(QStringLiteral(">="));
+        QTest::mouseClick(Dialog.buOK, Qt::LeftButton);
+        Dialog.hide();
+        return Dialog.result();
+    };
+    const test::TMenuChooser Menu(QStringLiteral("Property"));
+    const QPoint Middle = (Link->GetPoints()[1] + Link->GetPoints()[2]) / 2;
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {},
+                      Area->ToViewport(QRect(Middle, QSize(1, 1))).topLeft());
+    TfmLinkProp::ExecDialog = SavedDialog;
+    ASSERT_EQ(Menu.Shown, 1);
+    ASSERT_TRUE(WaitForStatement());
+    const QString Sql = Window->SqlPane()->GeneratedSql();
+    EXPECT_TRUE(Sql.contains(QStringLiteral(
+        "categories\r\n  LEFT OUTER JOIN products ON (categories.category_id >= products.category_id)")))
+        << Sql.toStdString();
 }
 
 // --- window layout, files, screenshot ----------------------------------------------------------

@@ -49,6 +49,22 @@ QPoint RowCheckPoint(const TZvTable& Table, int Row) {
     return Table.GetWorkArea()->ToViewport(QRect(R.left() + 4, R.top() + R.height() / 2, 1, 1)).topLeft();
 }
 
+QPoint RowTextPoint(const TZvTable& Table, int Row) {
+    return RowCheckPoint(Table, Row) + QPoint(30, 0);
+}
+
+void MouseDragTo(TZvWorkArea& Area, QPoint From, QPoint To) {
+    QTest::mouseMove(Area.viewport(), From + QPoint(1, 0));
+    for (int Step = 1; Step <= 4; ++Step)
+        QTest::mouseMove(Area.viewport(), From + (To - From) * Step / 4);
+}
+
+void DragWithMouse(TZvWorkArea& Area, QPoint From, QPoint To) {
+    QTest::mousePress(Area.viewport(), Qt::LeftButton, {}, From);
+    MouseDragTo(Area, From, To);
+    QTest::mouseRelease(Area.viewport(), Qt::LeftButton, {}, To);
+}
+
 std::vector<std::string> ModelAliases(TZvSelectParser& Parser) {
     std::vector<std::string> Aliases;
     TZvTableDefs& Defs = Parser.GetTableDefs();

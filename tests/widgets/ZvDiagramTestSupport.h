@@ -36,6 +36,13 @@ QPoint CaptionPoint(const TZvTable& Table);
 QPoint CheckBoxPoint(const TZvTable& Table);
 QPoint ButtonPoint(const TZvTable& Table, int Index);
 QPoint RowCheckPoint(const TZvTable& Table, int Row);
+// A point on the text of row I, right of its check square: where a row drag starts.
+QPoint RowTextPoint(const TZvTable& Table, int Row);
+
+// A left-button drag on the work area's viewport as a hand gives it: MouseDragTo moves with the
+// button held, a pixel first and then in a few steps; DragWithMouse presses, moves and releases.
+void MouseDragTo(TZvWorkArea& Area, QPoint From, QPoint To);
+void DragWithMouse(TZvWorkArea& Area, QPoint From, QPoint To);
 
 // The aliases of the model's tables, in model order.
 std::vector<std::string> ModelAliases(TZvSelectParser& Parser);

@@ -115,6 +115,26 @@ TEST_F(TZvLinkPropTest, IncludingAllOfTheFirstTableMakesALeftOuterJoin) {
     EXPECT_EQ(FromText("E"), "  EMP E\r\n  RIGHT OUTER JOIN DEPT D ON (E.DEPT_ID = D.ID)");
 }
 
+TEST_F(TZvLinkPropTest, OKTellsTheChangeLinkHookAndCancelDoesNot) {
+    TZvLink* Link = LinkDeptId();
+    std::vector<TZvLink*> Heard;
+    Area->OnChangeLink = [&](TZvWorkArea&, TZvLink& Changed) {
+        Heard.push_back(&Changed);
+        // The model holds the new kind by the time the hook hears of it.
+        EXPECT_EQ(FromText("E"), "  EMP E\r\n  LEFT OUTER JOIN DEPT D ON (E.DEPT_ID = D.ID)");
+    };
+    OpenProperties(*Link, [](TfmLinkProp& Dialog) {
+        Click(Dialog.chLeftOuter);
+        Click(Dialog.buCancel);
+    });
+    EXPECT_TRUE(Heard.empty());
+    OpenProperties(*Link, [](TfmLinkProp& Dialog) {
+        Click(Dialog.chLeftOuter);
+        Click(Dialog.buOK);
+    });
+    EXPECT_EQ(Heard, (std::vector<TZvLink*>{Link}));
+}
+
 TEST_F(TZvLinkPropTest, WithFullOuterJoinsBothBoxesStayAndOKStoresThree) {
     TZvLink* Link = LinkDeptId();
     OpenProperties(*Link, [](TfmLinkProp& Dialog) {

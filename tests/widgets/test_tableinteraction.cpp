@@ -30,21 +30,11 @@ protected:
     }
     QWidget* View() const { return Area->viewport(); }
     void Press(QPoint At) { QTest::mousePress(View(), Qt::LeftButton, {}, At); }
-    // Moves with the left button held, a pixel first and then in a few steps, as a hand would.
-    void MoveTo(QPoint From, QPoint To) {
-        QTest::mouseMove(View(), From + QPoint(1, 0));
-        for (int Step = 1; Step <= 4; ++Step)
-            QTest::mouseMove(View(), From + (To - From) * Step / 4);
-    }
+    void MoveTo(QPoint From, QPoint To) { test::MouseDragTo(*Area, From, To); }
     void Release(QPoint At) { QTest::mouseRelease(View(), Qt::LeftButton, {}, At); }
-    void Drag(QPoint From, QPoint To) {
-        Press(From);
-        MoveTo(From, To);
-        Release(To);
-    }
+    void Drag(QPoint From, QPoint To) { test::DragWithMouse(*Area, From, To); }
     QPoint Surface(int X, int Y) const { return SurfacePoint(*Area, X, Y); }
-    // A point on the text of row I, right of its check square.
-    QPoint RowText(const TZvTable& Table, int I) const { return test::RowCheckPoint(Table, I) + QPoint(30, 0); }
+    QPoint RowText(const TZvTable& Table, int I) const { return test::RowTextPoint(Table, I); }
     QRect Box(const TZvTable& T) const { return QRect(T.GetLeft(), T.GetTop(), T.GetWidth(), T.GetHeight()); }
 
     TZvDataSet Twenty;
