@@ -1,10 +1,12 @@
 // The catalog tree.
 #include "ZvCatalogView.h"
 
+#include "ZvDesignerDiagram.h"
 #include "ZvResource.h"
 #include "ZvSqlMetadata.h"
 
 #include <QHeaderView>
+#include <QMimeData>
 
 namespace zv {
 
@@ -15,6 +17,8 @@ TZvCatalogView::TZvCatalogView(QWidget* Parent) : QTreeWidget(Parent) {
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     header()->setStretchLastSection(false);
     setUniformRowHeights(true);
+    setDragEnabled(true);
+    setDragDropMode(QAbstractItemView::DragOnly);
     connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* Item) { Activate(Item); });
     connect(this, &QTreeWidget::itemExpanded, this, &TZvCatalogView::ReadFields);
 }
@@ -71,7 +75,27 @@ void TZvCatalogView::Activate(QTreeWidgetItem* Item) {
     if (Item == nullptr)
         return;
     QTreeWidgetItem* Table = Item->parent();
-    emit NameActivated(Table == nullptr ? Item->text(0) : Table->text(0) + QLatin1Char('.') + Item->text(0));
+    if (Table == nullptr)
+        emit TableActivated(Item->text(0));
+    else
+        emit NameActivated(Table->text(0) + QLatin1Char('.') + Item->text(0));
+}
+
+QStringList TZvCatalogView::mimeTypes() const {
+    return {TZvDesignerDiagram::DragMimeType()};
+}
+
+// Only tables travel: a field alone means nothing on the diagram.
+QMimeData* TZvCatalogView::mimeData(const QList<QTreeWidgetItem*>& Items) const {
+    if (Items.size() != 1 || Items.front()->parent() != nullptr)
+        return nullptr;
+    auto* Data = new QMimeData;
+    Data->setData(TZvDesignerDiagram::DragMimeType(), Items.front()->text(0).toUtf8());
+    return Data;
+}
+
+QMimeData* TZvCatalogView::DragData(QTreeWidgetItem* Item) const {
+    return Item ? mimeData({Item}) : nullptr;
 }
 
 } // namespace zv

@@ -1,6 +1,7 @@
 // The catalog: the tables and views of the connection, each with its fields and their types as the
 // component names them, and a database's stored procedures with their result columns. Fields are
-// read when a table is first opened. A double click hands a name to the SQL pane.
+// read when a table is first opened. A table is dragged onto the diagram, or double-clicked to
+// place it there; a double click on a field hands "table.field" to the SQL pane.
 #pragma once
 
 #include <QTreeWidget>
@@ -30,9 +31,19 @@ public:
     // Shows the fields of exactly the named tables, so that those of the statement are at hand.
     void ExpandOnly(const QStringList& Names);
 
+    // The data a drag of Item carries: the table's name for a table or procedure, nothing (null)
+    // for a field.
+    QMimeData* DragData(QTreeWidgetItem* Item) const;
+
 signals:
-    // A table's name, or "table.field" for a field, chosen by a double click.
+    // "table.field", chosen by a double click on a field.
     void NameActivated(const QString& Name);
+    // A table's or procedure's name, chosen by a double click.
+    void TableActivated(const QString& Name);
+
+protected:
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QList<QTreeWidgetItem*>& Items) const override;
 
 private:
     void AddTable(const QString& Name, const QString& Kind);

@@ -2,6 +2,7 @@
 #include "ZvDesignerWindow.h"
 
 #include "ZvCatalogView.h"
+#include "ZvDesignerDiagram.h"
 #include "ZvMessages.h"
 #include "ZvParser.h"
 #include "ZvPreview.h"
@@ -50,6 +51,7 @@ TZvDesignerWindow::TZvDesignerWindow(const QSqlDatabase& Database, const TZvConn
     setWindowTitle(tr("Zevrin Designer - %1").arg(ZvDescribeConnection(Info)));
     statusBar()->addPermanentWidget(new QLabel(ZvDescribeConnection(Info), this));
     CatalogView->Load(Metadata);
+    DesignerDiagram = new TZvDesignerDiagram(Metadata, this);
     CreateLayout();
     CreateMenus();
     ConnectParts();
@@ -81,6 +83,7 @@ void TZvDesignerWindow::CreateLayout() {
     MainSplitter->setStretchFactor(1, 1);
     MainSplitter->setSizes({260, 940});
     setCentralWidget(MainSplitter);
+    SetDiagramArea(DesignerDiagram);
 }
 
 void TZvDesignerWindow::ConnectParts() {
@@ -89,12 +92,18 @@ void TZvDesignerWindow::ConnectParts() {
             [this] { StopPreview(tr("No preview: the statement has a syntax error.")); });
     connect(Sql, &TZvSqlPane::StatementCleared, this, [this] { StopPreview({}); });
     connect(CatalogView, &TZvCatalogView::NameActivated, Sql, &TZvSqlPane::InsertText);
+    connect(CatalogView, &TZvCatalogView::TableActivated, DesignerDiagram,
+            [this](const QString& Name) { DesignerDiagram->AddTable(Name); });
+    // The diagram's statement replaces the pane's as one undo step, and is applied (and previewed).
+    connect(DesignerDiagram, &TZvDesignerDiagram::StatementChanged, Sql, &TZvSqlPane::ReplaceStatement);
     connect(Reader.get(), &TZvPreview::Finished, this, &TZvDesignerWindow::ShowPreview);
 }
 
-// The preview goes first: its thread must stop before the widgets it reports to.
+// The preview goes first: its thread must stop before the widgets it reports to. The diagram goes
+// before the metadata it reads from.
 TZvDesignerWindow::~TZvDesignerWindow() {
     Reader.reset();
+    delete Diagram;
 }
 
 void TZvDesignerWindow::CreateMenus() {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "ZvConnection.h"
+#include "ZvDesignerDiagram.h"
 #include "ZvSqlMetadata.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QSqlDatabase>
 
 #include <memory>
@@ -54,10 +56,12 @@ public:
     // has reported.
     bool WaitForPreview(int TimeoutMs);
 
-    // Places Area above the SQL pane, taking ownership; a previous area is deleted. Null removes
-    // the area.
+    // Places Area above the SQL pane, taking ownership; a previous area (at first the designer's
+    // own diagram) is deleted. Null removes the area.
     void SetDiagramArea(QWidget* Area);
     QWidget* DiagramArea() const { return Diagram; }
+    // The designer's diagram, null once another area replaced it.
+    TZvDesignerDiagram* Designer() const { return DesignerDiagram; }
 
 signals:
     // The preview shows new rows, an error, or nothing.
@@ -81,6 +85,7 @@ private:
     QLabel* PreviewLabel;
     QSplitter* RightSplitter;
     QWidget* Diagram = nullptr;
+    QPointer<TZvDesignerDiagram> DesignerDiagram;
     std::unique_ptr<TZvPreview> Reader;
 };
 

@@ -157,6 +157,11 @@ QString TZvSqlPane::ErrorText() const {
     return ErrorLabel->text();
 }
 
+void TZvSqlPane::ReplaceStatement(const QString& Text) {
+    ReplaceEditorText(EditorText(Text));
+    Apply();
+}
+
 void TZvSqlPane::InsertText(const QString& Text) {
     TextEdit->insertPlainText(Text);
     TextEdit->setFocus();

@@ -46,6 +46,9 @@ public:
 public slots:
     // Inserts Text at the cursor (a name chosen in the catalog).
     void InsertText(const QString& Text);
+    // Replaces the editor's text by Text as one undo step (Ctrl+Z brings back what was there) and
+    // applies it: how a statement built on the diagram arrives.
+    void ReplaceStatement(const QString& Text);
 
 signals:
     // A statement parsed; Sql is the generated text.

@@ -23,6 +23,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace zv {
 
@@ -137,7 +138,8 @@ QWidget* TZvWorkArea::CheckedOwner(QWidget* Owner) {
 
 TZvWorkArea::TZvWorkArea(QWidget* Owner)
     : QAbstractScrollArea(CheckedOwner(Owner)), Host(static_cast<TCustomZevrin*>(Owner)),
-      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()) {
+      AliasEdit(new TZvEdit(viewport())), SearchEdit(new TZvEdit(viewport())), SurfaceFont(font()),
+      TableScrollBar(new QScrollBar(Qt::Vertical, viewport())) {
     setObjectName(QStringLiteral("WorkArea"));
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
@@ -151,7 +153,13 @@ TZvWorkArea::TZvWorkArea(QWidget* Owner)
         }
     };
     AliasEdit->OnExit = [this](TZvEdit&) { Guarded([this] { CommitAliasEdit(); }); };
-    SearchEdit->OnExit = [](TZvEdit& Edit) { Edit.hide(); };
+    SearchEdit->OnExit = [this](TZvEdit&) { EndFieldSearch(); };
+    TableScrollBar->setObjectName(QStringLiteral("TableScrollBar"));
+    TableScrollBar->hide();
+    connect(TableScrollBar, &QScrollBar::valueChanged, this, [this](int Value) {
+        if (auto* Table = dynamic_cast<TZvTable*>(Selected))
+            Table->SetFirstVisibleItem(Value);
+    });
     UpdateScrollRange();
 }
 
@@ -199,6 +207,11 @@ void TZvWorkArea::InvalidateRect(const QRect& R) {
         viewport()->update(ToViewport(R));
 }
 
+void TZvWorkArea::InvalidateRegion(const QRegion& R) {
+    if (!IsUpdating())
+        viewport()->update(R.translated(-HorzScrollPos(), -VertScrollPos()));
+}
+
 void TZvWorkArea::UpdateScrollRange() {
     const QSize View = viewport()->size();
     horizontalScrollBar()->setRange(0, std::max(0, SurfaceWidth - View.width()));
@@ -216,6 +229,7 @@ void TZvWorkArea::scrollContentsBy(int Dx, int Dy) {
     if (IsUpdating())
         return;
     viewport()->scroll(Dx, Dy);
+    RefreshTableScrollBar();
 }
 
 void TZvWorkArea::EndUpdate() {
@@ -406,136 +420,6 @@ void TZvWorkArea::ShowPanel(TZvTable* Table) {
 }
 
 // ---------------------------------------------------------------------------------------------
-// Links
-
-TZvJoin* TZvWorkArea::FindJoin(const TZvTable* Table1, const TZvTable* Table2) const {
-    for (const auto& Join : Joins)
-        if (Join->Connects(Table1, Table2))
-            return Join.get();
-    return nullptr;
-}
-
-TZvLink* TZvWorkArea::FindLink(const TZvTable* Table1, const TZvTable* Table2, const TZvListItem* Item1,
-                               const TZvListItem* Item2) const {
-    for (const auto& Link : Links) {
-        const TZvJoin* Join = Link->GetJoin();
-        if (Join->GetTable1() == Table1 && Join->GetTable2() == Table2 && Link->GetItem1() == Item1 &&
-            Link->GetItem2() == Item2)
-            return Link.get();
-        if (Join->GetTable1() == Table2 && Join->GetTable2() == Table1 && Link->GetItem1() == Item2 &&
-            Link->GetItem2() == Item1)
-            return Link.get();
-    }
-    return nullptr;
-}
-
-int TZvWorkArea::FindLinkByID(const std::string& ID) const {
-    for (std::size_t I = 0; I < Links.size(); ++I)
-        if (Links[I]->GetLinkID() == ID)
-            return static_cast<int>(I);
-    return -1;
-}
-
-TZvLink* TZvWorkArea::AddLink(TZvTable* Table1, TZvTable* Table2, TZvListItem* Item1, TZvListItem* Item2) {
-    if (!Table1 || !Table2 || !Item1 || !Item2)
-        return nullptr;
-    TZvJoin* Join = FindJoin(Table1, Table2);
-    const bool NewJoin = !Join;
-    if (NewJoin)
-        Join = Joins.emplace_back(std::make_unique<TZvJoin>(this, Table1, Table2)).get();
-    auto Link = std::make_unique<TZvLink>(this, Join, Item1, Item2);
-    if (Host && !Host->DoAddRemoveLink(*Link, zvaAdd)) {
-        if (NewJoin)
-            Joins.pop_back();
-        return nullptr;
-    }
-    TZvLink* Result = Links.emplace_back(std::move(Link)).get();
-    RecordModelJoin(*Result);
-    InvalidateRect(Result->GetClipRect());
-    return Result;
-}
-
-namespace {
-
-TZvTableDef* ModelTableOf(TZvSelectParser* Parser, const TZvTable& Table) {
-    return Parser ? Parser->GetTableDefs().FindByAlias(Table.GetAlias()) : nullptr;
-}
-
-} // namespace
-
-void TZvWorkArea::RecordModelJoin(const TZvLink& Link) {
-    TZvTableDef* Model = ModelTableOf(GetParser(), *Link.GetJoin()->GetTable1());
-    if (!Model)
-        return;
-    const std::string& Left = Link.GetItem1()->GetName();
-    const std::string& Target = Link.GetJoin()->GetTable2()->GetAlias();
-    const std::string& Right = Link.GetItem2()->GetName();
-    if (Model->GetJoinDefs().Find(Left, Target, Right))
-        return;
-    TZvJoinDef* Def = Model->GetJoinDefs().Add();
-    Def->SetLeftField(Left);
-    Def->SetTableAlias(Target);
-    Def->SetRightField(Right);
-    Def->SetOperator(Link.GetOperator());
-    Def->SetKind(static_cast<TZvJoinKind>(Link.GetJoin()->JoinType));
-}
-
-// The model table is found by the first table's alias, as the join was recorded (its name would
-// find the wrong table when the same table is on the diagram twice).
-void TZvWorkArea::DropModelJoin(const TZvLink& Link) {
-    TZvTableDef* Model = ModelTableOf(GetParser(), *Link.GetJoin()->GetTable1());
-    if (!Model)
-        return;
-    TZvJoinDefs& Defs = Model->GetJoinDefs();
-    const std::string& Target = Link.GetJoin()->GetTable2()->GetAlias();
-    TZvJoinDef* Def = Defs.Find(Link.GetItem1()->GetName(), Target, Link.GetItem2()->GetName());
-    if (!Def)
-        return;
-    // The constant conditions written into this join go with it.
-    for (int I = Defs.Count() - 1; I >= 0; --I) {
-        TZvJoinDef* Other = Defs.Items(I);
-        if (Other != Def && Other->IsConstCondition() && Defs.SameIdentifier(Other->GetTableAlias(), Target))
-            Defs.Delete(I);
-    }
-    Defs.Remove(Def);
-}
-
-void TZvWorkArea::RemoveLink(TZvLink* Link, int Index, bool Redraw) {
-    if (Index < 0 || Index >= LinkCount() || Links[static_cast<std::size_t>(Index)].get() != Link)
-        return;
-    if (Selected == Link) {
-        Link->SetSelect(false);
-        Selected = nullptr;
-    }
-    ForgetObject(Link);
-    if (Redraw)
-        InvalidateRect(Link->GetClipRect());
-    DropModelJoin(*Link);
-    std::unique_ptr<TZvLink> Owned = std::move(Links[static_cast<std::size_t>(Index)]);
-    Links.erase(Links.begin() + Index);
-    if (OnRemoveLink)
-        OnRemoveLink(*this, *Owned);
-    TZvJoin* Join = Owned->GetJoin();
-    TZvListItem* Item1 = Owned->GetItem1();
-    TZvListItem* Item2 = Owned->GetItem2();
-    Owned.reset();
-    if (std::none_of(Links.begin(), Links.end(), [&](const auto& Other) { return Other->GetJoin() == Join; }))
-        std::erase_if(Joins, [&](const auto& Candidate) { return Candidate.get() == Join; });
-    if (Redraw) {
-        for (TZvListItem* Item : {Item1, Item2}) {
-            Item->SetSelect(false);
-            InvalidateRect(Item->GetBoundsRect());
-        }
-    }
-}
-
-void TZvWorkArea::SelectLink(TZvLink* Link) {
-    SetSelected(Link);
-    if (OnSelectLink && Link)
-        OnSelectLink(*this, Link->GetItem1(), Link->GetItem2(), true);
-}
-
-// ---------------------------------------------------------------------------------------------
 // Messages
 
 bool TZvWorkArea::event(QEvent* Event) {
@@ -579,12 +463,16 @@ void TZvWorkArea::InvalidateObjectArea(const TZvFloatObject* Object) {
     InvalidateRect(Table->GetBoundsRect());
     for (const auto& Link : Links)
         if (Link->GetJoin()->GetTable1() == Table || Link->GetJoin()->GetTable2() == Table)
-            InvalidateRect(Link->GetClipRect());
+            InvalidateRegion(Link->GetClipRgn(0));
 }
 
 void TZvWorkArea::MoveControl(TZvFloatObject* Object) {
+    if (const auto* Table = dynamic_cast<const TZvTable*>(Object))
+        PlaceLinksOf(*Table);
     InvalidateObjectArea(Object);
     UpdateScrollRange();
+    if (Object == Selected)
+        RefreshTableScrollBar();
 }
 
 void TZvWorkArea::CloseTable(TZvTable* Table) {
@@ -637,6 +525,8 @@ void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
         HitObject = nullptr;
         LastHit = htTOutSide;
     }
+    if (PointDragLink == Object)
+        PointDragLink = nullptr;
     if (HoverObject == Object) {
         HoverObject = nullptr;
         HoverTimer.stop();
@@ -645,6 +535,18 @@ void TZvWorkArea::ForgetObject(const TZvFloatObject* Object) {
         AliasTable = nullptr;
         AliasEdit->hide();
     }
+    if (SearchTable == Object)
+        EndFieldSearch();
+    if (PressObject == Object)
+        PressObject = nullptr;
+    if (PendingTable == Object)
+        ClearPendingDrag();
+    if (DragTable == Object)
+        CancelDrag();
+    if (DropTable == Object)
+        SetDropRow(nullptr, nullptr);
+    if (Selected == nullptr)
+        TableScrollBar->hide();
 }
 
 void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
@@ -659,9 +561,14 @@ void TZvWorkArea::RememberArrangement(const TZvTable& Table) {
 
 void TZvWorkArea::ClearContents() {
     HideEdits();
+    CancelDrag();
+    ClearPendingDrag();
     Selected = nullptr;
+    TableScrollBar->hide();
+    PressObject = nullptr;
     HitObject = nullptr;
     HoverObject = nullptr;
+    PointDragLink = nullptr;
     HoverTimer.stop();
     Links.clear();
     Joins.clear();
@@ -695,7 +602,7 @@ void TZvWorkArea::ClearSelection() {
 void TZvWorkArea::HideEdits() {
     AliasTable = nullptr;
     AliasEdit->hide();
-    SearchEdit->hide();
+    EndFieldSearch();
 }
 
 void TZvWorkArea::HideHint() {
@@ -733,8 +640,9 @@ bool TZvWorkArea::focusNextPrevChild(bool /*Next*/) {
 
 void TZvWorkArea::keyPressEvent(QKeyEvent* Event) {
     HideHint();
+    int Key = Event->key();
     Guarded([&] {
-        switch (Event->key()) {
+        switch (Key) {
         case Qt::Key_Tab:
             SelectNextTable(Event->modifiers().testFlag(Qt::ShiftModifier));
             break;
@@ -744,11 +652,15 @@ void TZvWorkArea::keyPressEvent(QKeyEvent* Event) {
         case Qt::Key_Delete:
             DeleteSelection();
             break;
-        default:
-            if (Selected) {
-                int Key = Event->key();
+        case Qt::Key_Escape:
+            if (DragMode != TZvDragMode::dmNone)
+                CancelDrag();
+            else if (Selected)
                 Selected->KeyDown(Key, Event->modifiers());
-            }
+            break;
+        default:
+            if (Selected)
+                Selected->KeyDown(Key, Event->modifiers());
             break;
         }
     });
@@ -855,13 +767,28 @@ void TZvWorkArea::mousePressEvent(QMouseEvent* Event) {
     setFocus();
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
+    PressObject = Object;
+    ClearPendingDrag();
+    if (Event->button() == Qt::LeftButton)
+        PressPoint = ToSurface(Event->position().toPoint());
     Guarded([&] {
         if (Event->button() == Qt::LeftButton)
             SetSelected(Object);
         if (Object)
             Object->MouseDown(*Event, ToSurface(Event->position().toPoint()), Hit);
+        CapturePointDrag(dynamic_cast<TZvLink*>(Object), Hit);
     });
     Event->accept();
+}
+
+// The object that got the press gets the release too, wherever the pointer is then, as a
+// captured mouse works: a caption button pressed and released elsewhere is disarmed.
+TZvFloatObject* TZvWorkArea::ReleaseTarget(QPoint ViewportPoint, TTableHitTest& Hit) const {
+    if (PressObject) {
+        Hit = PressObject->HitTest(ViewportPoint);
+        return PressObject;
+    }
+    return ObjectAt(ViewportPoint, Hit);
 }
 
 // Hands a mouse event to the object under the pointer, in work-area coordinates. The object may
@@ -875,10 +802,33 @@ void TZvWorkArea::RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handle
 }
 
 void TZvWorkArea::mouseReleaseEvent(QMouseEvent* Event) {
-    if (Event->button() == Qt::RightButton)
+    Event->accept();
+    if (PointDragLink && Event->button() == Qt::LeftButton) {
+        TZvLink* Link = std::exchange(PointDragLink, nullptr);
+        PressObject = nullptr;
+        Guarded([&] { Link->MouseUp(*Event, ToSurface(Event->position().toPoint()), PointDragHit); });
+        return;
+    }
+    if (Event->button() == Qt::RightButton) {
         ShowObjectMenu(Event);
-    else
-        RouteToObject(Event, &TZvFloatObject::MouseUp);
+        return;
+    }
+    const QPoint Point = Event->position().toPoint();
+    if (DragMode == TZvDragMode::dmField) {
+        Guarded([&] { HandleDragDrop(Point); });
+        HandleDragEnd();
+        PressObject = nullptr;
+        return;
+    }
+    if (DragMode != TZvDragMode::dmNone)
+        Guarded([&] { FinishTableDrag(); });
+    ClearPendingDrag();
+    TTableHitTest Hit = htTOutSide;
+    TZvFloatObject* Object = ReleaseTarget(Point, Hit);
+    PressObject = nullptr;
+    // The object may free itself there (its close button): nothing touches it afterwards.
+    if (Object)
+        Guarded([&] { Object->MouseUp(*Event, ToSurface(Point), Hit); });
 }
 
 // The menu of the object under the pointer, built afresh each time; nothing when the object adds
@@ -900,7 +850,32 @@ void TZvWorkArea::mouseDoubleClickEvent(QMouseEvent* Event) {
     RouteToObject(Event, &TZvFloatObject::DblClick);
 }
 
+// A link whose point is being dragged receives the moves and the release wherever the pointer
+// goes, with the hit kind of the press, as a captured mouse would deliver them.
+void TZvWorkArea::CapturePointDrag(TZvLink* Link, TTableHitTest Hit) {
+    PointDragLink = Link && Link->GetDragPoint() >= 0 ? Link : nullptr;
+    PointDragHit = Hit;
+}
+
 void TZvWorkArea::mouseMoveEvent(QMouseEvent* Event) {
+    Event->accept();
+    if (PointDragLink && (Event->buttons() & Qt::LeftButton)) {
+        const QPoint Point = ToSurface(Event->position().toPoint());
+        Guarded([&] { PointDragLink->MouseMove(*Event, Point, PointDragHit); });
+        return;
+    }
+    if (DragMode == TZvDragMode::dmField) {
+        HandleDragOver(Event->position().toPoint(), dsDragMove);
+        return;
+    }
+    if (DragMode != TZvDragMode::dmNone) {
+        DragMoveTo(ToSurface(Event->position().toPoint()));
+        return;
+    }
+    if ((Event->buttons() & Qt::LeftButton) && StartPendingDrag(ToSurface(Event->position().toPoint()))) {
+        HandleDragOver(Event->position().toPoint(), dsDragMove);
+        return;
+    }
     TTableHitTest Hit = htTOutSide;
     TZvFloatObject* Object = ObjectAt(Event->position().toPoint(), Hit);
     if (HitObject && HitObject != Object)
@@ -939,6 +914,10 @@ void TZvWorkArea::timerEvent(QTimerEvent* Event) {
         HintTimer.start(2000, this);
     } else if (Event->timerId() == HintTimer.timerId()) {
         HideHint();
+    } else if (Event->timerId() == ScrollUpTimer.timerId()) {
+        ScrollDropTable(-1);
+    } else if (Event->timerId() == ScrollDownTimer.timerId()) {
+        ScrollDropTable(1);
     } else {
         QAbstractScrollArea::timerEvent(Event);
     }
@@ -971,6 +950,7 @@ void TZvWorkArea::paintEvent(QPaintEvent* /*Event*/) {
         Link->Paint(Painter);
     for (auto It = Tables.rbegin(); It != Tables.rend(); ++It)
         (*It)->Paint(Painter);
+    PaintDragFrame(Painter);
 }
 
 } // namespace zv

@@ -12,8 +12,10 @@
 #include <QEvent>
 #include <QFont>
 #include <QLineEdit>
+#include <QPen>
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 
 #include <cstdint>
 #include <exception>
@@ -25,6 +27,7 @@
 class QMenu;
 class QMouseEvent;
 class QPainter;
+class QScrollBar;
 
 namespace zv {
 
@@ -93,6 +96,14 @@ int ZvIndexOfOwned(const std::vector<std::unique_ptr<T>>& List, const void* Item
             return static_cast<int>(I);
     return -1;
 }
+
+// What a held mouse button is doing on the surface: moving a table by its caption, resizing it by
+// a border or corner (both drawn as a frame until the button is released), or dragging a field
+// row towards a row of another table.
+enum class TZvDragMode : std::uint8_t { dmNone, dmMove, dmResize, dmField };
+
+// The states a drag passes over a table in, as HandleDragOver receives them.
+enum TZvDragState : std::uint8_t { dsDragEnter, dsDragLeave, dsDragMove };
 
 using TZvObjectMouseEvent =
     std::function<void(TZvFloatObject& Sender, Qt::MouseButton Button, TShiftState Shift, int X, int Y)>;
@@ -241,8 +252,15 @@ public:
     // Scrolls so that the table is visible.
     void ShowPanel(TZvTable* Table);
 
-    // --- links ---
+    // --- links (ZvWorkAreaLinks.cpp) ---
+    // Links Item1 of Table1 to Item2 of Table2, in the join of the two tables (made when there is
+    // none yet), and records the join in the model unless the model holds it already, in which
+    // case the link takes the model's operator (and, for a new join, its kind). Asks the host
+    // first. Returns the new link; the existing one when the two rows are linked already; null
+    // when the host refused, a row is not of its table, or both tables are one.
     TZvLink* AddLink(TZvTable* Table1, TZvTable* Table2, TZvListItem* Item1, TZvListItem* Item2);
+    // Removes the link at Index and its join definition, with the joins against constants that
+    // belonged to it; the join goes with its last link. Redraw repaints and deselects the rows.
     void RemoveLink(TZvLink* Link, int Index, bool Redraw);
     TZvJoin* FindJoin(const TZvTable* Table1, const TZvTable* Table2) const;
     TZvLink* FindLink(const TZvTable* Table1, const TZvTable* Table2, const TZvListItem* Item1,
@@ -251,7 +269,30 @@ public:
     int LinkCount() const { return static_cast<int>(Links.size()); }
     TZvLink* LinkAt(int Index) const { return Links.at(static_cast<std::size_t>(Index)).get(); }
     int JoinCount() const { return static_cast<int>(Joins.size()); }
+    // Selects the link (null clears the selection); the select-link hook hears it.
     void SelectLink(TZvLink* Link);
+    // Raises the select-link hook: a link's rows were selected or deselected.
+    void SelectLink(TZvListItem* Item1, TZvListItem* Item2, bool Select);
+    // Stores the kind of join in the link's join and in every model join between its two tables,
+    // and the operator in the link and its model join; then raises the change-link hook.
+    void ApplyLinkProperties(TZvLink& Link, int JoinType, const std::string& Operator);
+    // True when a field row may be linked to another: rows of two different tables, both field
+    // rows, and with CheckLinkFieldsType, of one class of field types.
+    bool CanLinkItems(const TZvListItem* Source, const TZvListItem* Target) const;
+    // Links the field row Source to Target when CanLinkItems allows it: what a row dropped on a
+    // row does. Returns the link, or null when nothing was linked.
+    TZvLink* LinkRows(TZvListItem* Source, TZvListItem* Target);
+    // The row of the table under Point (viewport coordinates) that a dragged row would be dropped
+    // on; null when none.
+    TZvListItem* DropTargetItem(QPoint Point) const;
+    // Dropping the field row Source at Point (viewport coordinates): LinkRows with the row there.
+    TZvLink* HandleDragDrop(TZvListItem* Source, QPoint Point);
+    // Places the ends of every link of Table anew, after the table moved, resized or scrolled.
+    void PlaceLinksOf(const TZvTable& Table);
+    // Re-places and repaints the links of Table after its rows scrolled.
+    void FollowScrolledRows(const TZvTable& Table);
+    const QPen& GetLinkPen() const { return LinkPen; }
+    void SetLinkPen(const QPen& Value);
 
     // --- selection, contents, updates ---
     TZvFloatObject* GetSelected() const { return Selected; }
@@ -280,6 +321,7 @@ public:
     QRect ToViewport(const QRect& R) const { return R.translated(-HorzScrollPos(), -VertScrollPos()); }
     // Repaints R (work-area coordinates), unless updating.
     void InvalidateRect(const QRect& R);
+    void InvalidateRegion(const QRegion& R);
     // Repaints a table's box and every link attached to it.
     void InvalidateObjectArea(const TZvFloatObject* Object);
     // The front-most object under Point (viewport coordinates) and its hit kind: tables in list
@@ -293,6 +335,52 @@ public:
     void HandleCheckItem(TZvTable& Table, TZvListItem& Item);
     // Called by a stored procedure's parameter row asking for value entry.
     void DoEnterParameter(TZvTable& Table, TZvListItem& Item);
+    // The vertical scroll bar the selected table borrows when it has more rows than it shows.
+    QScrollBar* GetTableScrollBar() const { return TableScrollBar; }
+    // Shows the shared scroll bar along the selected table when the table wants it, else hides it.
+    void RefreshTableScrollBar();
+    // Table's rows moved by Dy pixels: the client pixels are shifted and only the uncovered strip
+    // repainted when nothing lies over the table, else the client area is repainted.
+    void ScrollClientArea(const TZvTable& Table, int Dy);
+
+    // --- dragging tables and field rows ---
+    // Arms a move (Hit htTCaption) or a resize (a border or corner) of Table from the work-area
+    // point Point; the drag shows as a frame and is applied when the button is released.
+    void BeginTableDrag(TZvTable& Table, TTableHitTest Hit, QPoint Point);
+    // Arms the drag of Item: it starts once the pointer, the button still held, is the platform's
+    // drag distance away from where the button went down, wherever the pointer is by then. Point
+    // is the pointer in work-area coordinates.
+    void BeginFieldDrag(TZvTable& Table, TZvListItem& Item, QPoint Point);
+    // Starts the drag of a field row: the cursor shows "alias.field" when GetDragFieldName is true,
+    // the standard drag cursor otherwise.
+    void DoStartDrag(TZvTable& Table, TZvListItem& Item);
+    // The pointer (viewport coordinates) is over the surface while a row is dragged: finds the
+    // table to drop on, runs the scroll timers near its top and bottom, and marks the row under it.
+    void HandleDragOver(QPoint Point, TZvDragState State);
+    // The row was released at Point (viewport coordinates): a drop on a row of another table links
+    // the two rows.
+    void HandleDragDrop(QPoint Point);
+    // Ends any drag: scroll timers stopped, drop marks cleared, the cursor restored.
+    void HandleDragEnd();
+    TZvDragMode GetDragMode() const { return DragMode; }
+    // The frame a table move or resize shows (work-area coordinates); empty when none.
+    QRect GetDragFrame() const { return DragFrame; }
+    TZvTable* GetDragTable() const { return DragTable; }
+    TZvListItem* GetDragItem() const { return DragItem; }
+    TZvTable* GetDropTable() const { return DropTable; }
+    TZvListItem* GetDropItem() const { return DropItem; }
+    // The text the drag cursor shows ("alias.field"); empty for the standard drag cursor.
+    QString GetDragCursorText() const { return DragCursorText; }
+    bool IsScrollTimerActive(int Id) const;
+
+    // --- the field search edit ---
+    // Selects Table, shows the search edit at its top-left holding the character of Key, focused,
+    // and runs the search once.
+    void StartFieldSearch(TZvTable& Table, int Key);
+    // Hides the search edit; the work area takes the focus back when the edit had it.
+    void EndFieldSearch();
+    TZvTable* GetSearchTable() const { return SearchTable; }
+
     // The shared hint text, shown by the hover timer.
     QString GetHintText() const { return HintText; }
     bool IsHintShown() const { return HintShown; }
@@ -309,6 +397,9 @@ public:
     TZvTableItemEvent OnEnterParameter;
     TZvSelectLinkEvent OnSelectLink;
     TZvLinkEvent OnRemoveLink;
+    // A link's kind or operator was stored (ApplyLinkProperties): the model's joins changed without
+    // a link being added or removed.
+    TZvLinkEvent OnChangeLink;
     TSetFontEvent SetFontHook;
 
     // The hover timer's pointer position, in global coordinates; replaceable so that tests can
@@ -338,6 +429,7 @@ private:
     using TZvObjectMouseHandler = void (TZvFloatObject::*)(QMouseEvent&, QPoint, TTableHitTest);
     void RouteToObject(QMouseEvent* Event, TZvObjectMouseHandler Handler);
     void ShowObjectMenu(QMouseEvent* Event);
+    void CapturePointDrag(TZvLink* Link, TTableHitTest Hit);
     template <class TObject>
     TObject* PlaceNewTable(std::unique_ptr<TObject> Table, bool AutoPlace, QPoint Point);
     QRect PlacedRect(const TZvTable& Table, bool AutoPlace, QPoint Point) const;
@@ -358,6 +450,19 @@ private:
     void UpdateScrollRange();
     QPoint ToSurface(QPoint ViewportPoint) const;
     void StartHover(TZvFloatObject* Object);
+    void DragMoveTo(QPoint SurfacePoint);
+    bool StartPendingDrag(QPoint SurfacePoint);
+    void ClearPendingDrag();
+    void FinishTableDrag();
+    void CancelDrag();
+    void SetDragFrame(const QRect& Frame);
+    void InvalidateFrame(const QRect& Frame);
+    void PaintDragFrame(QPainter& Painter) const;
+    void SetDropRow(TZvTable* Table, TZvListItem* Item);
+    void ScrollDropTable(int Step);
+    TZvTable* DropTargetAt(QPoint ViewportPoint) const;
+    void StopScrollTimers();
+    TZvFloatObject* ReleaseTarget(QPoint ViewportPoint, TTableHitTest& Hit) const;
     // Runs a user action; an exception is shown through the error display.
     template <class TAction>
     void Guarded(TAction&& Action);
@@ -368,6 +473,8 @@ private:
     std::vector<std::unique_ptr<TZvTable>> Tables;
     TZvFloatObject* Selected = nullptr;
     TZvFloatObject* HitObject = nullptr;
+    TZvLink* PointDragLink = nullptr; // the link whose point is being dragged
+    TTableHitTest PointDragHit = htTOutSide;
     TTableHitTest LastHit = htTOutSide;
     TZvTable* AliasTable = nullptr;
     TZvEdit* AliasEdit;
@@ -376,11 +483,32 @@ private:
     QFont SurfaceFont;
     int UpdateCount = 0;
     bool CheckLinkFieldsType = true;
+    QPen LinkPen{Qt::black};
     QBasicTimer HoverTimer; // timer 10
     QBasicTimer HintTimer;  // timer 11
     TZvFloatObject* HoverObject = nullptr;
     QString HintText;
     bool HintShown = false;
+    QScrollBar* TableScrollBar;
+    TZvTable* SearchTable = nullptr;
+
+    // The drag in progress, if any.
+    TZvDragMode DragMode = TZvDragMode::dmNone;
+    TZvTable* DragTable = nullptr;
+    TZvListItem* DragItem = nullptr;
+    TTableHitTest DragHit = htTOutSide;
+    TZvFloatObject* PressObject = nullptr; // receives the release of the press it got
+    TZvTable* PendingTable = nullptr;      // a field drag armed, not yet past the drag distance
+    TZvListItem* PendingItem = nullptr;
+    QPoint PressPoint;                     // work-area point of the last left-button press
+    QRect DragFrame;
+    TZvTable* DropTable = nullptr;
+    TZvListItem* DropItem = nullptr;
+    QPoint AutoScrollPoint; // work-area point of a drag in a scroll band, while AutoScrollSet
+    bool AutoScrollSet = false;
+    QString DragCursorText;
+    QBasicTimer ScrollUpTimer;   // timer 1
+    QBasicTimer ScrollDownTimer; // timer 2
 };
 
 } // namespace zv

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -33,6 +34,10 @@ int BottomOf(const QRect& R) {
 }
 
 constexpr int CheckBoxSize = 12;
+// The grey of button shadows and flat button frames.
+constexpr TColor ButtonGrey = 0x808080u;
+// The background of the row a dragged field row would be dropped on.
+const QColor DropRowColor(0, 128, 128);
 
 TZvWorkArea* CheckedWorkArea(TZvWorkArea* WorkArea) {
     if (!WorkArea)
@@ -40,8 +45,10 @@ TZvWorkArea* CheckedWorkArea(TZvWorkArea* WorkArea) {
     return WorkArea;
 }
 
+// Read once: the size comes from parsing the picture, and every hit test and paint asks for it.
 int ButtonBitmapWidth() {
-    return ZvBitmapSize(QStringLiteral("BTN1")).width();
+    static const int Width = ZvBitmapSize(QStringLiteral("BTN1")).width();
+    return Width;
 }
 
 QString ButtonBitmapName(int Index) {
@@ -98,6 +105,13 @@ QRect TZvListItem::GetBoundsRect() const {
 
 QString TZvListItem::GetDataName() const {
     return ZvFieldTypeText(FieldType);
+}
+
+QString TZvListItem::GetDisplayText(bool ShowTypes) const {
+    QString Text = QLatin1Char(' ') + QString::fromStdString(Name);
+    if (ShowTypes)
+        Text += QStringLiteral(" (") + GetDataName() + QLatin1Char(')');
+    return Text;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -229,19 +243,79 @@ void TZvTable::Resize(TChange&& Change) {
 }
 
 void TZvTable::SetWidth(int Value) {
-    Value = std::max(Value, CaptionHeight + ButtonsWidth + 20);
+    Value = std::max(Value, MinWidth());
     if (Value != Width)
         Resize([&] { Width = Value; });
 }
 
 void TZvTable::SetHeight(int Value) {
-    Value = std::max(Value, 2 * ItemHeight + CaptionHeight + 4);
+    Value = std::max(Value, MinHeight());
     if (Value == Height)
         return;
     Resize([&] {
         Height = Value;
         RecountVisible();
     });
+}
+
+void TZvTable::MoveLeft(int D) {
+    const int Right = Left + Width;
+    const int NewLeft = std::min(Left + D, Right - MinWidth());
+    if (NewLeft == Left)
+        return;
+    Resize([&] {
+        Left = NewLeft;
+        Width = Right - NewLeft;
+    });
+}
+
+void TZvTable::MoveUpper(int D) {
+    const int Bottom = Top + Height;
+    const int NewTop = std::min(Top + D, Bottom - MinHeight());
+    if (NewTop == Top)
+        return;
+    Resize([&] {
+        Top = NewTop;
+        Height = Bottom - NewTop;
+        RecountVisible();
+    });
+}
+
+namespace {
+
+bool MovesLeftEdge(TTableHitTest Edge) {
+    return Edge == htTLeft || Edge == htTLeftTop || Edge == htTLeftBottom;
+}
+bool MovesRightEdge(TTableHitTest Edge) {
+    return Edge == htTRight || Edge == htTRightTop || Edge == htTRightBottom;
+}
+bool MovesTopEdge(TTableHitTest Edge) {
+    return Edge == htTTop || Edge == htTLeftTop || Edge == htTRightTop;
+}
+bool MovesBottomEdge(TTableHitTest Edge) {
+    return Edge == htTBottom || Edge == htTLeftBottom || Edge == htTRightBottom;
+}
+
+} // namespace
+
+QRect TZvTable::ResizedRect(TTableHitTest Edge, int Dx, int Dy) const {
+    int L = Left, T = Top, R = Left + Width, B = Top + Height;
+    if (MovesLeftEdge(Edge))
+        L = std::min(L + Dx, R - MinWidth());
+    else if (MovesRightEdge(Edge))
+        R = std::max(R + Dx, L + MinWidth());
+    if (MovesTopEdge(Edge))
+        T = std::min(T + Dy, B - MinHeight());
+    else if (MovesBottomEdge(Edge))
+        B = std::max(B + Dy, T + MinHeight());
+    return EdgeRect(L, T, R, B);
+}
+
+void TZvTable::ResizeTo(const QRect& R) {
+    MoveLeft(R.left() - Left);
+    SetWidth(R.width());
+    MoveUpper(R.top() - Top);
+    SetHeight(R.height());
 }
 
 void TZvTable::RecountVisible() {
@@ -271,8 +345,12 @@ void TZvTable::SetFirstVisibleItem(int Value) {
     Value = std::clamp(Value, 0, std::max(0, ItemCount() - VisibleCount));
     if (Value == FirstVisibleItem)
         return;
+    const int Shift = (FirstVisibleItem - Value) * (ItemHeight + 1);
     FirstVisibleItem = Value;
-    WorkArea->InvalidateRect(GetClientRect());
+    WorkArea->ScrollClientArea(*this, Shift);
+    WorkArea->FollowScrolledRows(*this);
+    if (Selected)
+        WorkArea->RefreshTableScrollBar();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -390,6 +468,7 @@ int TZvTable::ButtonAt(int X) const {
 void TZvTable::SetSelect(bool Value) {
     TZvFloatObject::SetSelect(Value);
     WorkArea->InvalidateRect(GetBoundsRect());
+    WorkArea->RefreshTableScrollBar();
 }
 
 bool TZvTable::IsOnCheckSquare(const TZvListItem* Item, int X) const {
@@ -397,14 +476,27 @@ bool TZvTable::IsOnCheckSquare(const TZvListItem* Item, int X) const {
     return Row.left() <= X && X < Row.left() + ItemHeight;
 }
 
+namespace {
+
+bool IsGrip(TTableHitTest Hit) {
+    return Hit >= htTLeft && Hit <= htTRightBottom;
+}
+
+} // namespace
+
 void TZvTable::MouseDown(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
     if (Event.button() == Qt::LeftButton) {
-        if (Hit == htTCheck)
+        if (Hit == htTCheck) {
             SetFieldState(FieldState == 2 ? 0 : 2);
-        else if (Hit == htTbutton)
+        } else if (Hit == htTbutton) {
             PressedButton = ButtonAt(Point.x());
-        else if (Hit == htTClient)
+            PressedOver = true;
+            InvalidateButtons();
+        } else if (Hit == htTClient) {
             SetCurrentItem(GetItemAt(Point.x(), Point.y()));
+        } else if (Hit == htTCaption || IsGrip(Hit)) {
+            WorkArea->BeginTableDrag(*this, Hit, Point);
+        }
     }
     TZvFloatObject::MouseDown(Event, Point, Hit);
 }
@@ -412,13 +504,30 @@ void TZvTable::MouseDown(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
 void TZvTable::MouseMove(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
     Hint.clear();
     const bool NoButton = Event.buttons() == Qt::NoButton;
-    if (Hit == htTbutton && Selected) {
+    const bool OverButtons = Hit == htTbutton && Selected;
+    const int Under = OverButtons ? ButtonAt(Point.x()) : -1;
+    if (PressedButton >= 0) {
+        if (PressedOver != (Under == PressedButton)) {
+            PressedOver = Under == PressedButton;
+            InvalidateButtons();
+        }
+    } else {
+        SetHotButton(Under);
+    }
+    if (OverButtons) {
         static constexpr TZvRes ButtonHints[] = {TZvRes::HintCollapseExpandTable, TZvRes::HintUnlinkTable,
                                                  TZvRes::HintCloseTable};
-        Hint = ZvText(ButtonHints[ButtonAt(Point.x())]);
+        Hint = ZvText(ButtonHints[Under]);
     } else if (Hit == htTClient) {
-        if (const TZvListItem* Row = GetItemAt(Point.x(), Point.y()))
-            Hint = QString::fromStdString(Row->GetName()) + QStringLiteral(" (") + Row->GetDataName() +
+        TZvListItem* Row = CurrentItem;
+        if (Row && Row->IsFieldRow() && (Event.buttons() & Qt::LeftButton) &&
+            Point.x() > GetItemRect(Row).left() + ItemHeight) {
+            WorkArea->BeginFieldDrag(*this, *Row, Point);
+            Event.accept();
+            return;
+        }
+        if (const TZvListItem* Over = GetItemAt(Point.x(), Point.y()))
+            Hint = QString::fromStdString(Over->GetName()) + QStringLiteral(" (") + Over->GetDataName() +
                    QLatin1Char(')');
     } else if (Hit == htTCheck && NoButton) {
         Hint = ZvText(FieldState == 2 ? TZvRes::HintUnselectAllFields : TZvRes::HintSelectAllFields);
@@ -429,27 +538,44 @@ void TZvTable::MouseMove(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
 }
 
 void TZvTable::MouseUp(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) {
-    if (Hit == htTbutton && PressedButton >= 0) {
-        const int Pressed = PressedButton;
+    const int Pressed = PressedButton;
+    if (Pressed >= 0) {
         PressedButton = -1;
-        if (ButtonAt(Point.x()) == Pressed) {
-            if (Pressed == 2) {
-                Event.accept();
-                Close(); // this object is gone
-                return;
-            }
-            if (Pressed == 1)
-                Unlink();
-            else
-                SetExpand(!Expand);
+        PressedOver = false;
+        InvalidateButtons();
+    }
+    SetHotButton(Hit == htTbutton && Selected ? ButtonAt(Point.x()) : -1);
+    if (Hit == htTbutton && Pressed >= 0 && ButtonAt(Point.x()) == Pressed) {
+        if (Pressed == 2) {
+            Event.accept();
+            Close(); // this object is gone
+            return;
         }
+        if (Pressed == 1)
+            Unlink();
+        else
+            SetExpand(!Expand);
     } else if (Hit == htTClient) {
         TZvListItem* Row = GetItemAt(Point.x(), Point.y());
         if (Row && Row == CurrentItem && Row->IsFieldRow() && IsOnCheckSquare(Row, Point.x()))
             Row->SetCheck(!Row->GetCheck());
     }
-    PressedButton = -1;
     TZvFloatObject::MouseUp(Event, Point, Hit);
+}
+
+void TZvTable::LeaveHit() {
+    SetHotButton(-1);
+}
+
+void TZvTable::SetHotButton(int Index) {
+    if (Index == HotButton)
+        return;
+    HotButton = Index;
+    InvalidateButtons();
+}
+
+void TZvTable::InvalidateButtons() {
+    WorkArea->InvalidateRect(GetButtonRect());
 }
 
 void TZvTable::DblClick(QMouseEvent& Event, QPoint /*Point*/, TTableHitTest Hit) {
@@ -465,6 +591,91 @@ void TZvTable::DblClick(QMouseEvent& Event, QPoint /*Point*/, TTableHitTest Hit)
         }
     }
     Event.accept();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Keyboard and the field search
+
+namespace {
+
+bool IsSearchKey(int Key) {
+    return (Key >= Qt::Key_0 && Key <= Qt::Key_9) || (Key >= Qt::Key_A && Key <= Qt::Key_Z);
+}
+
+bool EndsSearch(int Key) {
+    return Key == 13 || Key == 27 || Key == Qt::Key_Down || Key == Qt::Key_Up || Key == Qt::Key_PageUp ||
+           Key == Qt::Key_PageDown;
+}
+
+} // namespace
+
+void TZvTable::KeyDown(int& Key, Qt::KeyboardModifiers Shift) {
+    const int From = CurrentItem ? IndexOfItem(CurrentItem) : FirstVisibleItem;
+    switch (Key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        // A parameter row's check tells whether a value was entered, so only field rows toggle.
+        if (CurrentItem && CurrentItem->IsFieldRow())
+            CurrentItem->SetCheck(!CurrentItem->GetCheck());
+        break;
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        MakeCurrentVisible(From - 1);
+        break;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        MakeCurrentVisible(From + 1);
+        break;
+    case Qt::Key_PageUp:
+        MakeCurrentVisible(From + 1 - VisibleCount);
+        break;
+    case Qt::Key_PageDown:
+        MakeCurrentVisible(From + VisibleCount - 1);
+        break;
+    case Qt::Key_Home:
+        MakeCurrentVisible(0);
+        break;
+    case Qt::Key_End:
+        MakeCurrentVisible(ItemCount() - 1);
+        break;
+    default:
+        // Ctrl and Alt combinations are commands of the application, not typed text.
+        if (IsSearchKey(Key) && !(Shift & (Qt::ControlModifier | Qt::AltModifier)))
+            WorkArea->StartFieldSearch(*this, Key);
+        break;
+    }
+}
+
+void TZvTable::MakeCurrentVisible(int Index) {
+    if (Items.empty())
+        return;
+    Index = std::clamp(Index, 0, ItemCount() - 1);
+    TZvListItem* Row = GetItem(Index);
+    if (Row == CurrentItem)
+        return;
+    if (Index >= FirstVisibleItem + VisibleCount)
+        SetFirstVisibleItem(Index - VisibleCount + 1);
+    else if (Index < FirstVisibleItem)
+        SetFirstVisibleItem(Index);
+    // The two rows repaint with everything else invalid on the next pass of the event loop.
+    SetCurrentItem(Row);
+}
+
+void TZvTable::HandleFindField(TZvEdit& Edit, int Key, Qt::KeyboardModifiers /*Shift*/) {
+    if (EndsSearch(Key)) {
+        WorkArea->EndFieldSearch();
+        return;
+    }
+    const QString Wanted = Edit.text().toUpper();
+    if (Wanted.isEmpty())
+        return;
+    for (int I = 0; I < ItemCount(); ++I) {
+        if (QString::fromStdString(GetItem(I)->GetName()).toUpper().startsWith(Wanted)) {
+            MakeCurrentVisible(I);
+            return;
+        }
+    }
 }
 
 void TZvTable::PopupMenu(QMenu& Menu, QPoint /*Point*/, TTableHitTest Hit) {
@@ -490,6 +701,39 @@ void TZvTable::HandleRenameTable() {
 
 TColor TZvTable::GetClientColor() const {
     return WorkArea->GetHost()->GetPalette()->GetTableClient();
+}
+
+TZvBorderKind TZvTable::GetTableBorder() const {
+    return WorkArea->GetHost()->GetStyle()->GetObjectStyle()->GetBorderKind();
+}
+
+bool TZvTable::GetFlat() const {
+    return WorkArea->GetHost()->GetStyle()->GetObjectStyle()->GetFlat();
+}
+
+bool TZvTable::GetbtnFlat() const {
+    return WorkArea->GetHost()->GetStyle()->GetObjectStyle()->GetFlatButtons();
+}
+
+bool TZvTable::GetHideSelection() const {
+    return WorkArea->GetHost()->GetOptions().testFlag(zvoHideSelection);
+}
+
+bool TZvTable::UpdateScrollBar() {
+    if (!Selected || !Expand || ItemCount() <= VisibleCount)
+        return false;
+    QScrollBar* Bar = WorkArea->GetTableScrollBar();
+    const QRect Client = WorkArea->ToViewport(GetClientRect());
+    Bar->setGeometry(RightOf(Client) - ScrollBarWidth, Client.top(), ScrollBarWidth, Client.height());
+    {
+        const QSignalBlocker Suspended(Bar);
+        Bar->setRange(0, ItemCount() - VisibleCount);
+        Bar->setValue(FirstVisibleItem);
+    }
+    // The page step is the bar's large change: a click beside the slider keeps one row in view.
+    Bar->setPageStep(VisibleCount < 2 ? 1 : VisibleCount - 1);
+    Bar->setSingleStep(1);
+    return true;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -548,45 +792,93 @@ void TZvTable::PaintCaption(QPainter& Painter, const TZvPalette& Colors) const {
     Painter.drawText(Caption, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(Bold).elidedText(QString::fromStdString(Text.empty() ? " " : Text),
                                                    Qt::ElideRight, Caption.width()));
-    const QRect Buttons = WorkArea->ToViewport(GetButtonRect());
-    const int B = ButtonBitmapWidth();
-    const int ButtonTop = Buttons.top() + (Buttons.height() - B - 2) / 2;
     for (int I = 0; I < 3; ++I)
-        Painter.drawPixmap(Buttons.left() + (B + 1) * I + 1, ButtonTop + 1, ZvBitmap(ButtonBitmapName(I)));
+        DrawButton(Painter, ButtonState(I), I);
     const QPoint Box =
         WorkArea->ToViewport(QRect(Left + BorderWidth + 4, Top + BorderWidth + 2, 1, 1)).topLeft();
     Painter.drawPixmap(Box, ZvBitmap(QStringLiteral("BOX%1").arg(FieldState + 1)));
+}
+
+TZvButtonState TZvTable::ButtonState(int Index) const {
+    if (Index == PressedButton)
+        return PressedOver ? bsPressed : bsNormal;
+    return Index == HotButton && PressedButton < 0 ? bsHot : bsNormal;
+}
+
+QRect TZvTable::GetButtonFrame(int Index) const {
+    const QRect Buttons = GetButtonRect();
+    const int B = ButtonBitmapWidth();
+    return QRect(Buttons.left() + (B + 1) * Index, Buttons.top() + (Buttons.height() - B - 2) / 2, B + 1,
+                 B + 1);
+}
+
+// Pressed: black above and left, white below and right; normal: white (grey for flat buttons)
+// above and left, grey below and right; hot: white and grey.
+void TZvTable::DrawButton(QPainter& Painter, TZvButtonState State, int Index) const {
+    if (Index < 0 || Index > 2)
+        return;
+    const QRect F = WorkArea->ToViewport(GetButtonFrame(Index));
+    const QColor Grey = ZvColorToQColor(ButtonGrey);
+    const QColor White = ZvColorToQColor(clWhite);
+    QColor TopLeft = White;
+    if (State == bsPressed)
+        TopLeft = ZvColorToQColor(clBlack);
+    else if (State == bsNormal && GetbtnFlat())
+        TopLeft = Grey;
+    Painter.setPen(TopLeft);
+    Painter.drawLine(F.topLeft(), F.topRight());
+    Painter.drawLine(F.topLeft(), F.bottomLeft());
+    Painter.setPen(State == bsPressed ? White : Grey);
+    Painter.drawLine(F.bottomLeft(), F.bottomRight());
+    Painter.drawLine(F.topRight(), F.bottomRight());
+    Painter.drawPixmap(F.topLeft() + QPoint(1, 1), ZvBitmap(ButtonBitmapName(Index)));
 }
 
 void TZvTable::PaintRows(QPainter& Painter, const TZvPalette& Colors) const {
     const QRect Client = WorkArea->ToViewport(GetClientRect());
     Painter.fillRect(Client, ZvColorToQColor(GetClientColor()));
     Painter.setClipRect(Client);
-    const bool HideSelection = WorkArea->GetHost()->GetOptions().testFlag(zvoHideSelection) && !Selected;
-    const bool ShowTypes = WorkArea->GetHost()->GetOptions().testFlag(zvoShowFieldTypes);
+    const bool HideSelection = GetHideSelection() && !Selected;
+    TZvRowLook Look{Colors, WorkArea->GetFont(), WorkArea->GetFont(),
+                    WorkArea->GetHost()->GetOptions().testFlag(zvoShowFieldTypes)};
+    Look.BoldFont.setBold(true);
+    Painter.setFont(Look.Font);
     for (int I = FirstVisibleItem; I <= FirstVisibleItem + VisibleCount && I < ItemCount(); ++I) {
         const TZvListItem* Row = GetItem(I);
-        const QRect R = WorkArea->ToViewport(GetItemRect(Row)).translated(0, 1);
-        const bool Current = Row == CurrentItem && !HideSelection;
-        const QString Check =
-            Row->IsFieldRow()
-                ? (Row->GetCheck() ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
-                : (Row->GetCheck() ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
-        Painter.drawPixmap(R.topLeft(), ZvBitmap(Check));
-        const QRect TextRect = R.adjusted(ItemHeight, 0, 0, 0);
-        if (Current)
-            Painter.fillRect(TextRect, ZvColorToQColor(clSilver));
-        QFont RowFont = WorkArea->GetFont();
-        RowFont.setBold(Row->GetSelect());
-        Painter.setFont(RowFont);
-        Painter.setPen(ZvColorToQColor(Current ? Colors.GetSelectedItemText() : Colors.GetItemText()));
-        QString Text = QLatin1Char(' ') + QString::fromStdString(Row->GetName());
-        if (ShowTypes)
-            Text += QStringLiteral(" (") + Row->GetDataName() + QLatin1Char(')');
-        Painter.drawText(TextRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, Text);
-        if (Current && Selected)
-            Painter.drawRect(TextRect.adjusted(0, 0, -1, -1));
+        TZvItemStates State;
+        if (Row == CurrentItem && !HideSelection)
+            State |= isSelected;
+        if (Selected)
+            State |= isFocused;
+        if (Row == WorkArea->GetDropItem())
+            State |= isDroped;
+        Row->DrawItem(Painter, WorkArea->ToViewport(GetItemRect(Row)), State, Look);
     }
+}
+
+// The row one pixel lower than its rectangle: the check bitmap at its left, then " name" (and the
+// type) on the row's background, with a focus frame round the text of the current row of the
+// selected table.
+void TZvListItem::DrawItem(QPainter& Painter, const QRect& Rect, TZvItemStates State,
+                           const TZvRowLook& Look) const {
+    const QRect R = Rect.translated(0, 1);
+    const QString Bitmap = IsFieldRow() ? (Check ? QStringLiteral("CHECKBMP") : QStringLiteral("UNCHECKBMP"))
+                                        : (Check ? QStringLiteral("INPUTPARAM") : QStringLiteral("INPUTNULL"));
+    Painter.drawPixmap(R.topLeft(), ZvBitmap(Bitmap));
+    const QRect TextRect = R.adjusted(Table->GetItemHeight(), 0, 0, 0);
+    const bool Highlighted = State & (isSelected | isDroped);
+    if (State & isDroped)
+        Painter.fillRect(TextRect, DropRowColor);
+    else if (State & isSelected)
+        Painter.fillRect(TextRect, ZvColorToQColor(clSilver));
+    if (Select)
+        Painter.setFont(Look.BoldFont);
+    Painter.setPen(ZvColorToQColor(Highlighted ? Look.Colors.GetSelectedItemText() : Look.Colors.GetItemText()));
+    Painter.drawText(TextRect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, GetDisplayText(Look.ShowTypes));
+    if (Select)
+        Painter.setFont(Look.Font);
+    if ((State & isSelected) && (State & isFocused))
+        Painter.drawRect(TextRect.adjusted(0, 0, -1, -1));
 }
 
 } // namespace zv

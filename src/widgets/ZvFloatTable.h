@@ -8,6 +8,8 @@
 #include "ZvTypes.h"
 #include "ZvWindowStyles.h"
 
+#include <QFlags>
+#include <QFont>
 #include <QRect>
 #include <QString>
 
@@ -16,6 +18,21 @@
 #include <vector>
 
 namespace zv {
+
+// How a row is drawn: the current row, the rows of the selected table, the row a dragged field
+// row would be dropped on.
+enum TZvItemState : std::uint8_t { isSelected = 1, isFocused = 2, isDroped = 4 };
+Q_DECLARE_FLAGS(TZvItemStates, TZvItemState)
+Q_DECLARE_OPERATORS_FOR_FLAGS(TZvItemStates)
+
+// What every row of one paint shares: the colours, the plain and bold fonts, whether type names
+// show.
+struct TZvRowLook {
+    const TZvPalette& Colors;
+    QFont Font;
+    QFont BoldFont;
+    bool ShowTypes;
+};
 
 class TZvListItem {
 public:
@@ -55,6 +72,11 @@ public:
     QRect GetBoundsRect() const;
     // The type name shown after the field name.
     QString GetDataName() const;
+    // The row's text: " " and the name, then " (" type name ")" when ShowTypes is set (also when
+    // the type has no name, so that such a field shows an empty pair of brackets).
+    QString GetDisplayText(bool ShowTypes) const;
+    // Draws the row into Rect (viewport coordinates) in State.
+    void DrawItem(QPainter& Painter, const QRect& Rect, TZvItemStates State, const TZvRowLook& Look) const;
 
 private:
     friend class TZvTable;
@@ -71,6 +93,9 @@ private:
     bool NoFeedback = false;
     std::string FieldName;
 };
+
+// The states a caption button is drawn in.
+enum TZvButtonState : std::uint8_t { bsPressed, bsNormal, bsHot };
 
 class TZvTable : public TZvFloatObject {
 public:
@@ -100,6 +125,9 @@ public:
     QString GetHint() override { return Hint; }
 
     int GetFieldState() const { return FieldState; }
+    // The caption button held down (0..2), -1 for none; the one under the pointer, -1 for none.
+    int GetPressedButton() const { return PressedButton; }
+    int GetHotButton() const { return HotButton; }
     // Clamps to 0..2; when changed repaints the caption and stores it.
     void UpdateFieldState(int State);
     // UpdateFieldState, then every field row's check set to State == 2, each reported.
@@ -129,10 +157,20 @@ public:
     void SetTopLeft(QPoint Value) { MoveTable(Value.x() - Left, Value.y() - Top); }
     // Moves the box and tells the work area (CMMoveControl).
     void MoveTable(int Dx, int Dy);
-    // At least CaptionHeight + ButtonsWidth + 20 wide; tells the work area (CMResizeControl).
+    // At least MinWidth wide; tells the work area (CMResizeControl).
     void SetWidth(int Value);
-    // At least 2 * ItemHeight + CaptionHeight + 4 high; recomputes the visible rows.
+    // At least MinHeight high; recomputes the visible rows.
     void SetHeight(int Value);
+    // Move the left (top) edge by D while the right (bottom) edge stays, under the same minimums.
+    void MoveLeft(int D);
+    void MoveUpper(int D);
+    int MinWidth() const { return CaptionHeight + ButtonsWidth + 20; }
+    int MinHeight() const { return 2 * ItemHeight + CaptionHeight + 4; }
+    // The bounds after dragging the border or corner Edge by (Dx, Dy), kept to the minimums with
+    // the opposite edges in place: what a resize drag shows and then applies.
+    QRect ResizedRect(TTableHitTest Edge, int Dx, int Dy) const;
+    // Applies a rectangle from ResizedRect through MoveLeft, MoveUpper, SetWidth and SetHeight.
+    void ResizeTo(const QRect& R);
     void SetExpand(bool Value);
     void SetItemHeight(int Value);
     void SetFirstVisibleItem(int Value);
@@ -163,7 +201,15 @@ public:
     void MouseUp(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) override;
     void DblClick(QMouseEvent& Event, QPoint Point, TTableHitTest Hit) override;
     void PopupMenu(QMenu& Menu, QPoint Point, TTableHitTest Hit) override;
+    void LeaveHit() override;
+    // Enter and Space toggle the current row's check; the navigation keys move the current row;
+    // a digit or letter starts the field search.
+    void KeyDown(int& Key, Qt::KeyboardModifiers Shift) override;
     void Paint(QPainter& Painter) override;
+    // Draws caption button Index (0..2) in State; other indices draw nothing.
+    void DrawButton(QPainter& Painter, TZvButtonState State, int Index) const;
+    // The frame of caption button Index in work-area coordinates (b + 1 square, b the bitmap width).
+    QRect GetButtonFrame(int Index) const;
     // The colour of the client area: TableClient here, ProcClient for a stored procedure.
     virtual TColor GetClientColor() const;
 
@@ -175,6 +221,21 @@ public:
     void Unlink();
     // Shows the alias edit over the caption.
     void HandleRenameTable();
+    // The context menu's "Delete table": Close.
+    void HandleRemoveTable() { Close(); }
+    // A key released in the search edit: Enter, Escape, Up, Down, PgUp and PgDn end the search;
+    // any other makes the first row whose name begins with the edit's text (case ignored) current.
+    void HandleFindField(TZvEdit& Edit, int Key, Qt::KeyboardModifiers Shift);
+    // Makes row Index (clamped) current and scrolls it into view; nothing for an empty table.
+    void MakeCurrentVisible(int Index);
+    // Configures the work area's shared scroll bar for this table; true when the table is the
+    // selected one, expanded, and has more rows than it shows.
+    bool UpdateScrollBar();
+    // The style queries: the frame's edge kind, flat frames, flat buttons, hidden selection.
+    TZvBorderKind GetTableBorder() const;
+    bool GetFlat() const;
+    bool GetbtnFlat() const;
+    bool GetHideSelection() const;
     // Unchecks every checked row without repainting, reporting each field row to the work area:
     // how a closing table takes its fields out of the model.
     void UncheckAllQuietly();
@@ -197,6 +258,9 @@ private:
     template <class TChange>
     void Resize(TChange&& Change);
     int ButtonAt(int X) const;
+    void SetHotButton(int Index);
+    void InvalidateButtons();
+    TZvButtonState ButtonState(int Index) const;
     bool IsOnCheckSquare(const TZvListItem* Item, int X) const;
     void PaintFrame(QPainter& Painter, const QRect& R) const;
     void PaintCaption(QPainter& Painter, const TZvPalette& Colors) const;
@@ -209,6 +273,8 @@ private:
     bool Expand = true;
     bool Closing = false;
     int PressedButton = -1;
+    int HotButton = -1;
+    bool PressedOver = false; // the pointer is over the pressed button
     int CaptionHeight = 0;
     TZvListItem* CurrentItem = nullptr;
     int Left = 0;

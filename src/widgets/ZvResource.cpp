@@ -191,23 +191,44 @@ TZvRes ZvFindText(std::string_view Name) {
     return TZvRes::Count;
 }
 
-QString ZvFieldTypeText(TFieldType Type) {
+TZvFieldTypeClass ZvFieldTypeClass(TFieldType Type) {
     switch (Type) {
     case ftFloat:
     case ftCurrency:
-        return ZvText(TZvRes::TypeFloat);
+        return TZvFieldTypeClass::Float;
     case ftSmallint:
     case ftInteger:
     case ftWord:
     case ftAutoInc:
     case ftLargeint:
-        return ZvText(TZvRes::TypeInteger);
+        return TZvFieldTypeClass::Numeric;
     case ftString:
     case ftMemo:
     case ftFmtMemo:
     case ftFixedChar:
     case ftWideString:
+        return TZvFieldTypeClass::String;
+    case ftDate:
+    case ftTime:
+    case ftDateTime:
+        return TZvFieldTypeClass::DateTime;
+    default:
+        return TZvFieldTypeClass::Other;
+    }
+}
+
+QString ZvFieldTypeText(TFieldType Type) {
+    switch (ZvFieldTypeClass(Type)) {
+    case TZvFieldTypeClass::Float:
+        return ZvText(TZvRes::TypeFloat);
+    case TZvFieldTypeClass::Numeric:
+        return ZvText(TZvRes::TypeInteger);
+    case TZvFieldTypeClass::String:
         return ZvText(TZvRes::TypeString);
+    default:
+        break;
+    }
+    switch (Type) {
     case ftBoolean:
         return ZvText(TZvRes::TypeBoolean);
     case ftBCD:
@@ -254,9 +275,7 @@ QString ZvFieldTypeText(TFieldType Type) {
         return ZvText(TZvRes::TypeIDispatch);
     case ftGuid:
         return ZvText(TZvRes::TypeGuid);
-    case ftUnknown:
-    case ftTimeStamp:
-    case ftFMTBcd:
+    default: // the unknown type, time stamps and FMT BCD have no name
         break;
     }
     return {};

@@ -140,6 +140,11 @@ std::string_view ZvTextName(TZvRes Id);
 // The text for a name; Count when no text has that name.
 TZvRes ZvFindText(std::string_view Name);
 
+// The classes of field types that hold one kind of value: the integer types, the floating types,
+// the character types, and dates and times; every other type is a class of its own (Other).
+enum class TZvFieldTypeClass : std::uint8_t { Other, Numeric, Float, String, DateTime };
+TZvFieldTypeClass ZvFieldTypeClass(TFieldType Type);
+
 // The type name shown after a field of that type: "Float" for Float and Currency, "Integer" for
 // the integer types, "String" for the character types, then one name per remaining type; empty
 // for the unknown type, time stamps and FMT BCD, which have none.

@@ -3,7 +3,11 @@
 // checked against SQLite directly, the screenshot, and the zevrin-designer process.
 #include "ZvCatalogView.h"
 #include "ZvConnection.h"
+#include "ZvDesignerDiagram.h"
 #include "ZvDesignerWindow.h"
+#include "ZvDiagramTestSupport.h"
+#include "ZvLinkProp.h"
+#include "ZvLinks.h"
 #include "ZvPreview.h"
 #include "ZvPreviewModel.h"
 #include "ZvSampleDatabase.h"
@@ -11,15 +15,20 @@
 #include "ZvSqlMetadata.h"
 #include "ZvSqlPane.h"
 #include "ZvTestSupport.h"
+#include "ZvWindow.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <QLabel>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QSet>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -117,16 +126,14 @@ TEST_F(ZvDesignerWindowTest, CatalogShowsFieldsInColumnOrderWithTheComponentsTyp
     EXPECT_EQ(Orders->child(3)->text(1), QStringLiteral("Date"));
 }
 
-TEST_F(ZvDesignerWindowTest, DoubleClickingTheCatalogInsertsTableAndFieldNamesAtTheCursor) {
-    Editor().setPlainText(QStringLiteral("SELECT  FROM "));
+TEST_F(ZvDesignerWindowTest, DoubleClickingAFieldInsertsItsQualifiedNameAtTheCursor) {
+    Editor().setPlainText(QStringLiteral("SELECT  FROM products"));
     QTextCursor Cursor = Editor().textCursor();
     Cursor.setPosition(7);
     Editor().setTextCursor(Cursor);
     QTreeWidgetItem* Products = Window->Catalog()->Fields(QStringLiteral("products"));
     ASSERT_NE(Products, nullptr);
     emit Window->Catalog()->itemDoubleClicked(Products->child(1), 0);
-    Editor().moveCursor(QTextCursor::End);
-    emit Window->Catalog()->itemDoubleClicked(Products, 0);
     EXPECT_EQ(Editor().toPlainText(), QStringLiteral("SELECT products.name FROM products"));
 }
 
@@ -382,14 +389,208 @@ TEST(ZvPreview, AConnectionThatCannotOpenIsReportedAsTheError) {
     EXPECT_TRUE(Result.Rows.isEmpty());
 }
 
+// --- the diagram over the database ----------------------------------------------------------
+
+// The designer's diagram and its work area, with a helper that waits for the statement a diagram
+// edit produces to reach the SQL pane.
+class ZvDesignerDiagramTest : public ZvDesignerWindowTest {
+protected:
+    void SetUp() override {
+        ZvDesignerWindowTest::SetUp();
+        Window->show();
+        Diagram = Window->Designer();
+        ASSERT_NE(Diagram, nullptr);
+        Area = Diagram->Component()->GetWorkArea();
+    }
+    bool WaitForStatement() {
+        QSignalSpy Spy(Diagram, &TZvDesignerDiagram::StatementChanged);
+        return Spy.wait(kWaitMs);
+    }
+    QTreeWidgetItem* CatalogTable(const char* Name) { return Window->Catalog()->Fields(QString::fromUtf8(Name)); }
+    void Drop(const QMimeData& Data, QPoint At) {
+        QDragEnterEvent Enter(At, Qt::CopyAction, &Data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Area->viewport(), &Enter);
+        EXPECT_TRUE(Enter.isAccepted());
+        QDropEvent Dropped(QPointF(At), Qt::CopyAction, &Data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(Area->viewport(), &Dropped);
+    }
+    TZvDesignerDiagram* Diagram = nullptr;
+    TZvWorkArea* Area = nullptr;
+};
+
+TEST_F(ZvDesignerDiagramTest, DoubleClickingATableInTheCatalogPlacesItWithTheDatabasesFields) {
+    QTreeWidgetItem* Products = CatalogTable("products");
+    ASSERT_NE(Products, nullptr);
+    emit Window->Catalog()->itemDoubleClicked(Products, 0);
+    ASSERT_EQ(Area->TableCount(), 1);
+    const TZvTable* Table = Area->TableAt(0);
+    EXPECT_EQ(Table->GetName(), "products");
+    ASSERT_EQ(Table->ItemCount(), Products->childCount());
+    for (int I = 0; I < Products->childCount(); ++I) {
+        EXPECT_EQ(QString::fromStdString(Table->GetItem(I)->GetName()), Products->child(I)->text(0));
+        EXPECT_EQ(Table->GetItem(I)->GetDataName(), Products->child(I)->text(1));
+    }
+}
+
+TEST_F(ZvDesignerDiagramTest, TickingFieldsPutsTheDiagramsStatementIntoTheSqlPane) {
+    emit Window->Catalog()->itemDoubleClicked(CatalogTable("categories"), 0);
+    ASSERT_TRUE(WaitForStatement());
+    EXPECT_EQ(Window->SqlPane()->GeneratedSql(), QStringLiteral("SELECT *\r\nFROM\r\n  categories\r\n"));
+    TZvTable* Table = Area->TableAt(0);
+    QTest::mouseClick(Area->viewport(), Qt::LeftButton, {}, Area->ToViewport(Table->GetItemRect(Table->GetItem(1))).topLeft() + QPoint(4, 4));
+    ASSERT_TRUE(Table->GetItem(1)->GetCheck());
+    ASSERT_TRUE(WaitForStatement());
+    const QString Expected = Diagram->Statement();
+    EXPECT_TRUE(Expected.contains(QString::fromStdString(Table->GetItem(1)->GetName()))) << Expected.toStdString();
+    EXPECT_EQ(Window->SqlPane()->GeneratedSql(), Expected);
+    EXPECT_TRUE(Window->SqlPane()->ErrorText().isEmpty());
+    ASSERT_TRUE(Window->WaitForPreview(kWaitMs));
+    EXPECT_EQ(Window->PreviewModel()->rowCount(), DirectCount(QStringLiteral("SELECT * FROM categories")));
+}
+
+TEST_F(ZvDesignerDiagramTest, TheDiagramsStatementReplacesThePanesAsOneUndoStep) {
+    Editor().setPlainText(QStringLiteral("SELECT 1"));
+    emit Window->Catalog()->itemDoubleClicked(CatalogTable("categories"), 0);
+    ASSERT_TRUE(WaitForStatement());
+    EXPECT_NE(Editor().toPlainText(), QStringLiteral("SELECT 1"));
+    Editor().undo();
+    EXPECT_EQ(Editor().toPlainText(), QStringLiteral("SELECT 1"));
+}
+
+TEST_F(ZvDesignerDiagramTest, ClosingTheLastTableEmptiesTheStatement) {
+    emit Window->Catalog()->itemDoubleClicked(CatalogTable("categories"), 0);
+    ASSERT_TRUE(WaitForStatement());
+    Diagram->Component()->GetTables().DeleteTable(Area->TableAt(0));
+    ASSERT_TRUE(WaitForStatement());
+    EXPECT_TRUE(Editor().toPlainText().isEmpty());
+    EXPECT_TRUE(Window->SqlPane()->GeneratedSql().isEmpty());
+}
+
+TEST_F(ZvDesignerDiagramTest, ATableDraggedFromTheCatalogLandsWhereItIsDropped) {
+    std::unique_ptr<QMimeData> Data(Window->Catalog()->DragData(CatalogTable("suppliers")));
+    ASSERT_NE(Data, nullptr);
+    EXPECT_EQ(TZvDesignerDiagram::TableOf(*Data), QStringLiteral("suppliers"));
+    const QPoint Scrolled(Area->HorzScrollPos(), Area->VertScrollPos());
+    Drop(*Data, QPoint(120, 40));
+    ASSERT_EQ(Area->TableCount(), 1);
+    EXPECT_EQ(Area->TableAt(0)->GetName(), "suppliers");
+    EXPECT_EQ(QPoint(Area->TableAt(0)->GetLeft(), Area->TableAt(0)->GetTop()), QPoint(120, 40) + Scrolled);
+}
+
+TEST_F(ZvDesignerDiagramTest, AFieldCarriesNoDragData) {
+    QTreeWidgetItem* Products = CatalogTable("products");
+    EXPECT_EQ(Window->Catalog()->DragData(Products->child(0)), nullptr);
+}
+
+TEST_F(ZvDesignerDiagramTest, AnUnknownTableIsReportedAndNothingIsPlaced) {
+    test::TZvMessageRecorder Recorder;
+    QMimeData Data;
+    Data.setData(TZvDesignerDiagram::DragMimeType(), QByteArrayLiteral("no_such_table"));
+    Drop(Data, QPoint(50, 50));
+    EXPECT_EQ(Area->TableCount(), 0);
+    ASSERT_EQ(Recorder.Errors.size(), 1u);
+    EXPECT_EQ(Recorder.Errors[0].Message,
+              QStringLiteral("The database has no table or procedure named 'no_such_table'."));
+}
+
+TEST_F(ZvDesignerDiagramTest, OtherDragsAreNotTaken) {
+    QMimeData Data;
+    Data.setText(QStringLiteral("products"));
+    QDragEnterEvent Enter(QPoint(50, 50), Qt::CopyAction, &Data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(Area->viewport(), &Enter);
+    EXPECT_FALSE(Enter.isAccepted());
+}
+
+// --- joins drawn on the diagram ----------------------------------------------------------------
+
+// categories at the left and products at the right of the work area, over the sample database.
+class ZvDesignerJoinTest : public ZvDesignerDiagramTest {
+protected:
+    void SetUp() override {
+        ZvDesignerDiagramTest::SetUp();
+        if (HasFatalFailure())
+            return;
+        Categories = Diagram->AddTableAt(QStringLiteral("categories"), QPoint(20, 20));
+        Products = Diagram->AddTableAt(QStringLiteral("products"), QPoint(320, 20));
+        ASSERT_NE(Categories, nullptr);
+        ASSERT_NE(Products, nullptr);
+        ASSERT_TRUE(WaitForStatement());
+    }
+    // Drags the row From of categories onto the row To of products with real mouse events.
+    void DragRow(const char* From, const char* To) {
+        const QPoint Start = test::RowTextPoint(*Categories, Categories->GetFieldItem(From)->GetIndex());
+        const QPoint End = test::RowTextPoint(*Products, Products->GetFieldItem(To)->GetIndex());
+        ASSERT_TRUE(Area->viewport()->rect().contains(End));
+        QTest::mousePress(Area->viewport(), Qt::LeftButton, {}, Start);
+        test::MouseDragTo(*Area, Start, End);
+        QTest::mouseRelease(Area->viewport(), Qt::LeftButton, {}, End);
+    }
+    TZvTable* Categories = nullptr;
+    TZvTable* Products = nullptr;
+};
+
+TEST_F(ZvDesignerJoinTest, ARowDraggedOntoARelatedRowPutsTheJoinIntoTheSqlPane) {
+    DragRow("category_id", "category_id");
+    ASSERT_EQ(Area->LinkCount(), 1);
+    ASSERT_TRUE(WaitForStatement());
+    const QString Sql = Window->SqlPane()->GeneratedSql();
+    EXPECT_EQ(Sql, Diagram->Statement());
+    EXPECT_TRUE(Sql.contains(QStringLiteral(
+        "categories\r\n  INNER JOIN products ON (categories.category_id = products.category_id)")))
+        << Sql.toStdString();
+    EXPECT_TRUE(Window->SqlPane()->ErrorText().isEmpty());
+    ASSERT_TRUE(Window->WaitForPreview(kWaitMs));
+    EXPECT_EQ(Window->PreviewModel()->rowCount(), DirectCount(Sql));
+}
+
+TEST_F(ZvDesignerJoinTest, ARowOfAnotherTypeJoinsNothingAndLeavesTheStatement) {
+    const QString Before = Window->SqlPane()->GeneratedSql();
+    DragRow("category_id", "name");
+    EXPECT_EQ(Area->LinkCount(), 0);
+    QTest::qWait(50);
+    EXPECT_EQ(Window->SqlPane()->GeneratedSql(), Before);
+}
+
+TEST_F(ZvDesignerJoinTest, TheLinkPropertiesDialogRefreshesTheStatement) {
+    DragRow("category_id", "category_id");
+    ASSERT_TRUE(WaitForStatement());
+    const TZvLink* Link = Area->LinkAt(0);
+    const auto SavedDialog = TfmLinkProp::ExecDialog;
+    TfmLinkProp::ExecDialog = [](TfmLinkProp& Dialog) {
+        Dialog.show();
+        QTest::mouseClick(Dialog.chLeftOuter, Qt::LeftButton, {},
+                          QPoint(5, Dialog.chLeftOuter->height() / 2));
+        Dialog.cbConditions->setCurrentText(QStringLiteral(">="));
+        QTest::mouseClick(Dialog.buOK, Qt::LeftButton);
+        Dialog.hide();
+        return Dialog.result();
+    };
+    const test::TMenuChooser Menu(QStringLiteral("Property"));
+    const QPoint Middle = (Link->GetPoints()[1] + Link->GetPoints()[2]) / 2;
+    QTest::mouseClick(Area->viewport(), Qt::RightButton, {},
+                      Area->ToViewport(QRect(Middle, QSize(1, 1))).topLeft());
+    TfmLinkProp::ExecDialog = SavedDialog;
+    ASSERT_EQ(Menu.Shown, 1);
+    ASSERT_TRUE(WaitForStatement());
+    const QString Sql = Window->SqlPane()->GeneratedSql();
+    EXPECT_TRUE(Sql.contains(QStringLiteral(
+        "categories\r\n  LEFT OUTER JOIN products ON (categories.category_id >= products.category_id)")))
+        << Sql.toStdString();
+}
+
 // --- window layout, files, screenshot ----------------------------------------------------------
 
 TEST_F(ZvDesignerWindowTest, ADiagramAreaGoesAboveTheSqlPaneAndReplacesTheLastOne) {
     auto* Splitter = qobject_cast<QSplitter*>(Window->SqlPane()->parentWidget());
     ASSERT_NE(Splitter, nullptr);
-    EXPECT_EQ(Splitter->count(), 2);
+    EXPECT_EQ(Splitter->count(), 3);
+    ASSERT_NE(Window->Designer(), nullptr);
+    EXPECT_EQ(Splitter->widget(0), Window->Designer());
+    EXPECT_EQ(Window->DiagramArea(), Window->Designer());
     QPointer<QLabel> First = new QLabel(QStringLiteral("first"));
     Window->SetDiagramArea(First);
+    EXPECT_EQ(Window->Designer(), nullptr);
+    EXPECT_EQ(Splitter->count(), 3);
     EXPECT_EQ(Splitter->widget(0), First.data());
     EXPECT_EQ(Splitter->widget(1), Window->SqlPane());
     auto* Second = new QLabel(QStringLiteral("second"));
@@ -397,7 +598,6 @@ TEST_F(ZvDesignerWindowTest, ADiagramAreaGoesAboveTheSqlPaneAndReplacesTheLastOn
     EXPECT_TRUE(First.isNull());
     EXPECT_EQ(Window->DiagramArea(), Second);
     EXPECT_EQ(Splitter->widget(0), Second);
-    EXPECT_EQ(Splitter->count(), 3);
     Window->SetDiagramArea(nullptr);
     EXPECT_EQ(Splitter->count(), 2);
     EXPECT_EQ(Window->DiagramArea(), nullptr);

@@ -13,6 +13,10 @@ TZvDataSet FieldsDataSet(std::initializer_list<const char*> Names) {
     return DataSet;
 }
 
+QPoint SurfacePoint(const TZvWorkArea& Area, int X, int Y) {
+    return Area.ToViewport(QRect(X, Y, 1, 1)).topLeft();
+}
+
 QPoint ViewportCenter(const TZvWorkArea& Area, const QRect& SurfaceRect) {
     return Area.ToViewport(SurfaceRect).center();
 }
@@ -45,6 +49,22 @@ QPoint RowCheckPoint(const TZvTable& Table, int Row) {
     return Table.GetWorkArea()->ToViewport(QRect(R.left() + 4, R.top() + R.height() / 2, 1, 1)).topLeft();
 }
 
+QPoint RowTextPoint(const TZvTable& Table, int Row) {
+    return RowCheckPoint(Table, Row) + QPoint(30, 0);
+}
+
+void MouseDragTo(TZvWorkArea& Area, QPoint From, QPoint To) {
+    QTest::mouseMove(Area.viewport(), From + QPoint(1, 0));
+    for (int Step = 1; Step <= 4; ++Step)
+        QTest::mouseMove(Area.viewport(), From + (To - From) * Step / 4);
+}
+
+void DragWithMouse(TZvWorkArea& Area, QPoint From, QPoint To) {
+    QTest::mousePress(Area.viewport(), Qt::LeftButton, {}, From);
+    MouseDragTo(Area, From, To);
+    QTest::mouseRelease(Area.viewport(), Qt::LeftButton, {}, To);
+}
+
 std::vector<std::string> ModelAliases(TZvSelectParser& Parser) {
     std::vector<std::string> Aliases;
     TZvTableDefs& Defs = Parser.GetTableDefs();
@@ -68,6 +88,57 @@ std::vector<std::string> DiagramAliases(const TZvWorkArea& Area) {
     for (int I = 0; I < Area.TableCount(); ++I)
         Aliases.push_back(Area.TableAt(I)->GetAlias());
     return Aliases;
+}
+
+void HoverAt(TZvWorkArea& Area, QPoint Point) {
+    QTest::mouseMove(Area.viewport(), QPoint(Area.viewport()->width() - 2, Area.viewport()->height() - 2));
+    QTest::mouseMove(Area.viewport(), Point);
+}
+
+QImage Grab(TZvWorkArea& Area) {
+    return Area.viewport()->grab().toImage();
+}
+
+TPointerAt::TPointerAt(TZvWorkArea& Area, QPoint Point) : Saved(TZvWorkArea::CursorPosition) {
+    TZvWorkArea::CursorPosition = [&Area, Point] { return Area.viewport()->mapToGlobal(Point); };
+}
+
+TPointerAt::~TPointerAt() {
+    TZvWorkArea::CursorPosition = Saved;
+}
+
+TMessageCounter::TMessageCounter(QObject* AWatched) : Watched(AWatched) {
+    if (Watched)
+        Watched->installEventFilter(this);
+}
+
+TMessageCounter::~TMessageCounter() {
+    if (Watched)
+        Watched->removeEventFilter(this);
+}
+
+bool TMessageCounter::eventFilter(QObject* /*Watched*/, QEvent* Event) {
+    if (Event->type() == CMMoveControl)
+        ++Moves;
+    else if (Event->type() == CMResizeControl)
+        ++Resizes;
+    return false;
+}
+
+TMenuChooser::TMenuChooser(QString Choice) : Saved(TZvWorkArea::ExecPopupMenu) {
+    TZvWorkArea::ExecPopupMenu = [this, Choice](QMenu& Menu, QPoint) {
+        ++Shown;
+        Entries.clear();
+        for (QAction* Action : Menu.actions())
+            Entries.push_back(Action->isSeparator() ? QStringLiteral("-") : Action->text());
+        for (QAction* Action : Menu.actions())
+            if (Action->text() == Choice)
+                Action->trigger();
+    };
+}
+
+TMenuChooser::~TMenuChooser() {
+    TZvWorkArea::ExecPopupMenu = Saved;
 }
 
 TZvDiagramTest::TZvDiagramTest()

@@ -26,42 +26,10 @@ using test::ModelAliases;
 using test::TZvDiagramTest;
 using test::TZvMessageRecorder;
 
-// Processes events until Condition holds or a generous limit passes; timers of the work area
-// fire in between. Returns whether the condition came true.
-template <class TCondition>
-bool WaitFor(TCondition Condition, int LimitMs = 5000) {
-    QElapsedTimer Clock;
-    Clock.start();
-    while (!Condition()) {
-        if (Clock.elapsed() > LimitMs)
-            return false;
-        QTest::qWait(20);
-    }
-    return true;
-}
-
-// Moves the pointer onto Point. Qt drops a move to where the pointer already is, so the pointer
-// first goes to a corner where no object lies.
-void HoverAt(TZvWorkArea& Area, QPoint Point) {
-    QTest::mouseMove(Area.viewport(), QPoint(Area.viewport()->width() - 2, Area.viewport()->height() - 2));
-    QTest::mouseMove(Area.viewport(), Point);
-}
-
-// Places the pointer the hover timer reads at a viewport point for the lifetime of the object.
-class TPointerAt {
-public:
-    TPointerAt(TZvWorkArea& Area, QPoint Point) : Saved(TZvWorkArea::CursorPosition) {
-        TZvWorkArea::CursorPosition = [&Area, Point] { return Area.viewport()->mapToGlobal(Point); };
-    }
-    ~TPointerAt() { TZvWorkArea::CursorPosition = Saved; }
-
-private:
-    std::function<QPoint()> Saved;
-};
-
-QImage Grab(TZvWorkArea& Area) {
-    return Area.viewport()->grab().toImage();
-}
+using test::Grab;
+using test::HoverAt;
+using test::TPointerAt;
+using test::WaitFor;
 
 // --- construction ---
 
@@ -698,10 +666,10 @@ TEST_F(TZvDiagramTest, TheTableAtTheFrontIsPaintedLast) {
 TEST_F(TZvDiagramTest, TablesCoverTheLinksBehindThem) {
     TZvTable* A = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(20, 20));
     TZvTable* B = Host->GetTables().AddTableAt("DEPT", "", &DeptFields, QPoint(400, 20));
-    Host->GetLinks().AddLink(A, B, A->GetFieldItem("ID"), B->GetFieldItem("ID"));
+    TZvLink* Link = Host->GetLinks().AddLink(A, B, A->GetFieldItem("ID"), B->GetFieldItem("ID"));
     Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(200, 0));
     const QImage Image = Grab(*Area);
-    const int Y = Area->ToViewport(A->GetFieldItem("ID")->GetBoundsRect()).center().y();
+    const int Y = Link->GetPoint(0).y();
     // Between A and the covering table the link shows; inside the covering table it does not.
     EXPECT_EQ(Image.pixelColor(150, Y), QColor(Qt::black));
     EXPECT_NE(Image.pixelColor(250, Y), QColor(Qt::black));
@@ -725,19 +693,7 @@ TEST_F(TZvDiagramTest, NothingIsPaintedWhileUpdating) {
 namespace zv {
 namespace {
 
-// Counts the control messages that reach an object, by type.
-class TMessageCounter : public QObject {
-public:
-    bool eventFilter(QObject* /*Watched*/, QEvent* Event) override {
-        if (Event->type() == CMMoveControl)
-            ++Moves;
-        else if (Event->type() == CMResizeControl)
-            ++Resizes;
-        return false;
-    }
-    int Moves = 0;
-    int Resizes = 0;
-};
+using test::TMessageCounter;
 
 TEST_F(TZvDiagramTest, MovingAndResizingATableNotifyTheSurface) {
     TZvTable* Emp = Add("EMP");
@@ -884,27 +840,7 @@ TEST_F(TZvDiagramTest, NamesAndCaptionsFollowTheAlias) {
 namespace zv {
 namespace {
 
-// Replaces the context menu's run for a test: records the entries and triggers the one named.
-class TMenuChooser {
-public:
-    explicit TMenuChooser(QString Choice) : Saved(TZvWorkArea::ExecPopupMenu) {
-        TZvWorkArea::ExecPopupMenu = [this, Choice](QMenu& Menu, QPoint) {
-            ++Shown;
-            Entries.clear();
-            for (QAction* Action : Menu.actions())
-                Entries.push_back(Action->isSeparator() ? QStringLiteral("-") : Action->text());
-            for (QAction* Action : Menu.actions())
-                if (Action->text() == Choice)
-                    Action->trigger();
-        };
-    }
-    ~TMenuChooser() { TZvWorkArea::ExecPopupMenu = Saved; }
-    int Shown = 0;
-    QStringList Entries;
-
-private:
-    std::function<void(QMenu&, QPoint)> Saved;
-};
+using test::TMenuChooser;
 
 TEST_F(TZvDiagramTest, TheCaptionMenuOffersDeleteAndRename) {
     TZvTable* T = Host->GetTables().AddTableAt("EMP", "", &EmpFields, QPoint(100, 100));
