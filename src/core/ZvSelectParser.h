@@ -307,7 +307,7 @@ private:
     bool IsOperatorBeginning(std::string_view Words);
     const TZvOperator* ReadCriterionOperator();
     void ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator);
-    void ReadRightOperand(TZvFunctionDef& Operand);
+    void ReadRightOperand(TZvFunctionDef& Operand, bool InBrackets);
 
     // The join reader's memory: the current left-hand table (alias or name), the kind of the last
     // join (an "AND" continues it) and the table the last FROM entry or join read.

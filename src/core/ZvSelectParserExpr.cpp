@@ -707,7 +707,7 @@ void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperat
         NextToken();
     if (Operator.GetCommaList()) {
         while (!(Bracketed && TokenIs(Operator.GetPostfix()))) {
-            ReadRightOperand(*Right.Add());
+            ReadRightOperand(*Right.Add(), Bracketed);
             if (State == ssError)
                 return;
             if (!TokenIs(","))
@@ -725,7 +725,7 @@ void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperat
                 }
                 NextToken();
             }
-            ReadRightOperand(*Right.Add());
+            ReadRightOperand(*Right.Add(), Bracketed);
             if (State == ssError)
                 return;
         }
@@ -739,10 +739,16 @@ void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperat
     }
 }
 
-// An operand, or a sub-query (its text, up to the bracket that closes the list).
-void TZvSelectParser::ReadRightOperand(TZvFunctionDef& Operand) {
+// An operand, or a sub-query (its text, up to the bracket that closes the list). A sub-query
+// outside the operator's brackets is refused at its SELECT: only a bracket or a comma could end
+// its text, and once written, the conditions after it would be read as part of it.
+void TZvSelectParser::ReadRightOperand(TZvFunctionDef& Operand, bool InBrackets) {
     if (!TokenIs("SELECT")) {
         DoParseExpression(Operand, pepKeepQualifier);
+        return;
+    }
+    if (!InBrackets) {
+        Fail();
         return;
     }
     const std::int32_t Start = TokenSourceStart();

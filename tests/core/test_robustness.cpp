@@ -609,3 +609,21 @@ TEST_P(EveryDialect, CallsNestedTensOfThousandsDeepStopAtTheLimitBracket) {
     EXPECT_EQ(InWhere.Type, zvpeInvalidToken);
     EXPECT_EQ(InWhere.Token, "(");
 }
+
+TEST_P(EveryDialect, SubQueryOutsideTheOperatorsBracketsIsRefusedAtItsSelect) {
+    // "A !< SELECT A FROM T WHERB, A | 1 AND ..." took the sub-query's text up to the stray comma;
+    // written with AND in the comma's place, the second reading took every later condition into
+    // the sub-query and failed at the end of the statement.
+    const TErrorSeen E = ParseError("SELECT A FROM T WHERE T.A = SELECT B FROM U, T.C = 1", GetParam());
+    EXPECT_EQ(E.Type, zvpeInvalidToken);
+    EXPECT_EQ(Upper(E.Token), "SELECT");
+    EXPECT_EQ(E.Line, 1);
+    EXPECT_EQ(E.Position, 29);
+    const TErrorSeen Grouped = ParseError("SELECT A FROM T WHERE (T.A = SELECT B FROM U) AND T.C = 1", GetParam());
+    EXPECT_EQ(Grouped.Type, zvpeInvalidToken);
+    EXPECT_EQ(Upper(Grouped.Token), "SELECT");
+    // Inside the operator's own brackets the sub-query is read as before.
+    const std::string InList = "SELECT A FROM T WHERE T.A IN (SELECT B FROM U) AND T.C = 1";
+    EXPECT_NE(Upper(Generate(InList, GetParam())).find("IN (SELECT B FROM U)"), std::string::npos);
+    ExpectFixpoint(InList, GetParam());
+}
