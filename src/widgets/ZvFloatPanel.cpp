@@ -462,7 +462,7 @@ void TZvWorkArea::InvalidateObjectArea(const TZvFloatObject* Object) {
         return;
     InvalidateRect(Table->GetBoundsRect());
     for (const auto& Link : Links)
-        if (Link->GetJoin()->GetTable1() == Table || Link->GetJoin()->GetTable2() == Table)
+        if (Link->GetJoin()->HasTable(Table))
             InvalidateRegion(Link->GetClipRgn(0));
 }
 
@@ -493,7 +493,7 @@ void TZvWorkArea::CloseTable(TZvTable* Table) {
 void TZvWorkArea::UnlinkTable(TZvTable* Table) {
     for (int I = 0; I < LinkCount();) {
         TZvLink* Link = LinkAt(I);
-        if (Link->GetJoin()->GetTable1() == Table || Link->GetJoin()->GetTable2() == Table)
+        if (Link->GetJoin()->HasTable(Table))
             RemoveLink(Link, I, true);
         else
             ++I;

@@ -32,6 +32,8 @@ public:
     std::string GetTableName(int Index) const;
     // True when the join is between these two tables, in either direction.
     bool Connects(const TZvTable* A, const TZvTable* B) const;
+    // True when Table is one of the join's two tables.
+    bool HasTable(const TZvTable* Table) const { return Table1 == Table || Table2 == Table; }
 
     int JoinType = 0;
 

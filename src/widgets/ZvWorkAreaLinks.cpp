@@ -69,10 +69,6 @@ std::string MirroredOperator(const std::string& Operator) {
     return Result;
 }
 
-bool IsLinkOf(const TZvLink& Link, const TZvTable& Table) {
-    return Link.GetJoin()->GetTable1() == &Table || Link.GetJoin()->GetTable2() == &Table;
-}
-
 } // namespace
 
 // Two rows of one class of types may be linked, not only rows of one type: drivers report a key
@@ -246,7 +242,7 @@ TZvLink* TZvWorkArea::HandleDragDrop(TZvListItem* Source, QPoint Point) {
 
 void TZvWorkArea::PlaceLinksOf(const TZvTable& Table) {
     for (const auto& Link : Links)
-        if (IsLinkOf(*Link, Table))
+        if (Link->GetJoin()->HasTable(&Table))
             Link->SetBoundaryRect();
 }
 
@@ -254,7 +250,7 @@ void TZvWorkArea::PlaceLinksOf(const TZvTable& Table) {
 // and where they are now.
 void TZvWorkArea::FollowScrolledRows(const TZvTable& Table) {
     for (const auto& Link : Links)
-        if (IsLinkOf(*Link, Table)) {
+        if (Link->GetJoin()->HasTable(&Table)) {
             InvalidateRegion(Link->GetClipRgn(0));
             Link->SetBoundaryRect();
             InvalidateRegion(Link->GetClipRgn(0));
