@@ -15,6 +15,7 @@
 #include "ZvScanner.h"
 #include "ZvScriptFormat.h"
 #include "ZvStringList.h"
+#include "ZvUtils.h"
 #include "ZvWordList.h"
 
 namespace zv {
@@ -202,8 +203,12 @@ protected:
                               std::int32_t Line);
 
     // The token helpers the handlers share.
-    // True when the current token is Word (any case) and was not read inside quotes.
-    bool TokenIs(std::string_view Word);
+    // True when the current token is Word (any case) and was not read inside quotes. Inline: the
+    // reader tests nearly every token against several words.
+    bool TokenIs(std::string_view Word) {
+        const TZvSQLScanner& S = GetScanner();
+        return !S.InQuote && SameText(S.Token, Word);
+    }
     bool TokenHas(TTokenKind Kind) { return GetScanner().TokenKinds.Contains(Kind); }
     bool AtEnd() { return TokenHas(tkEnd); }
     void NextToken() {

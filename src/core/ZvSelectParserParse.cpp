@@ -16,11 +16,6 @@ namespace zv {
 
 // --- token helpers ---------------------------------------------------------------------------
 
-bool TZvSelectParser::TokenIs(std::string_view Word) {
-    TZvSQLScanner& S = GetScanner();
-    return !S.InQuote && SameText(S.Token, Word);
-}
-
 std::string TZvSelectParser::TokenSource() {
     TZvSQLScanner& S = GetScanner();
     if (!S.InQuote)

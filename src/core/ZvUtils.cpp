@@ -38,11 +38,6 @@ std::string LowerCase(std::string_view S) {
     return Result;
 }
 
-bool SameText(std::string_view A, std::string_view B) {
-    return A.size() == B.size() &&
-           std::equal(A.begin(), A.end(), B.begin(), [](char X, char Y) { return UpCase(X) == UpCase(Y); });
-}
-
 std::string Trim(std::string_view S) {
     std::size_t First = 0;
     std::size_t Last = S.size();

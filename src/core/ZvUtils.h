@@ -22,8 +22,17 @@ inline char LoCase(char C) {
 }
 std::string UpperCase(std::string_view S);
 std::string LowerCase(std::string_view S);
-// Case-insensitive equality of two texts (ASCII letters folded).
-bool SameText(std::string_view A, std::string_view B);
+// Case-insensitive equality of two texts (ASCII letters folded). Inline, lengths first: keyword
+// tests call it for nearly every token, and most compare texts of different lengths.
+inline bool SameText(std::string_view A, std::string_view B) {
+    if (A.size() != B.size())
+        return false;
+    for (std::size_t I = 0; I < A.size(); ++I) {
+        if (A[I] != B[I] && UpCase(A[I]) != UpCase(B[I]))
+            return false;
+    }
+    return true;
+}
 // S without leading and trailing blanks and control characters (codes up to 32).
 std::string Trim(std::string_view S);
 // Statement text as an editor or a file holds it, made ready for the scanner, whose line end is
