@@ -231,6 +231,8 @@ protected:
     // A name token as the model keeps an alias or table reference: as written when it needs its
     // quotes, else bare.
     std::string TokenAlias();
+    // The same from the token's TokenName, when the caller needs both.
+    std::string TokenAliasOf(std::string Name);
     // Sets the state to ssError with an explicit error type (0: chosen by the token).
     void Fail(std::int32_t Type = 0);
     // The end of the select clause shared by every dialect: ssFieldDefs when the current token can

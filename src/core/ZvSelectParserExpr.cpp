@@ -224,34 +224,46 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
 // A qualified name, t.*, or a function call. In a field, the qualifier names the field's table
 // (TableRef) and the name stays bare; in a condition (pepKeepQualifier) the name keeps it.
 bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
+    TZvSQLScanner& S = GetScanner();
     // An empty quoted name ("") names nothing, and an empty name is written as no text at all.
-    if (GetScanner().Token.empty())
+    if (S.Token.empty())
         return false;
-    std::vector<std::string> Parts{TokenAlias()};
-    std::string Last = TokenName();
-    NextToken();
+    // The parts as a reference is written (dotted, each quoted where it needs it) and where the
+    // last one begins, built in one text as they are read. The last part as a name differs from
+    // how it is written only when it was quoted; then it is kept apart.
+    std::string Written;
+    std::size_t LastStart = 0;
+    std::string QuotedLast;
+    bool LastQuoted = false;
+    auto TakePart = [&] {
+        LastStart = Written.size();
+        LastQuoted = S.InQuote;
+        if (LastQuoted) {
+            QuotedLast = TokenName();
+            Written += TokenAliasOf(QuotedLast);
+        } else {
+            Written += S.Token;
+        }
+        NextToken();
+    };
+    TakePart();
     while (TokenIs(".")) {
         NextToken();
+        Written += '.';
         if (TokenIs("*")) {
-            Parts.emplace_back("*");
-            Last = "*";
+            LastStart = Written.size();
+            LastQuoted = false;
+            Written += '*';
             NextToken();
             break;
         }
-        if (!IsNameToken() || GetScanner().Token.empty())
+        if (!IsNameToken() || S.Token.empty())
             return false;
-        Parts.push_back(TokenAlias());
-        Last = TokenName();
-        NextToken();
+        TakePart();
     }
-    auto Joined = [&](std::size_t Count) {
-        std::string Text;
-        for (std::size_t I = 0; I < Count; ++I)
-            Text += (I ? "." : "") + Parts[I];
-        return Text;
-    };
+    const std::string_view Last = LastQuoted ? std::string_view(QuotedLast) : std::string_view(Written).substr(LastStart);
     if (TokenIs("(") && Last != "*") {
-        Target.SetName(Joined(Parts.size()));
+        Target.SetName(Written);
         Target.SetKind(fkFunction);
         if (!ReadArguments(Target.GetArguments()))
             return false;
@@ -260,10 +272,11 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
         return true;
     }
     if (Params & pepKeepQualifier) {
-        Target.SetName(Joined(Parts.size()));
+        Target.SetName(Written);
     } else {
         Target.SetName(Last);
-        TableRef = Joined(Parts.size() - 1);
+        Written.resize(LastStart == 0 ? 0 : LastStart - 1);
+        TableRef = std::move(Written);
     }
     Target.SetKind(fkIdentifier);
     return true;

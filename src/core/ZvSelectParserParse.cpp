@@ -47,8 +47,11 @@ std::string TZvSelectParser::TokenName() {
 }
 
 std::string TZvSelectParser::TokenAlias() {
+    return TokenAliasOf(TokenName());
+}
+
+std::string TZvSelectParser::TokenAliasOf(std::string Name) {
     TZvSQLScanner& S = GetScanner();
-    const std::string Name = TokenName();
     if (!S.InQuote || !S.GetQuoteIdentifiers() || !S.NeedQuotes(Name))
         return Name;
     const char Open = S.GetIdentQuote();
