@@ -131,6 +131,23 @@ void TZvCollection::Assign(const TZvCollection& Source) {
     EndUpdate();
 }
 
+void TZvCollection::TakeItems(TZvCollection& Source) {
+    if (&Source == this || Source.Items.empty())
+        return;
+    Source.ItemsMoved();
+    const int First = Count();
+    Items.reserve(Items.size() + Source.Items.size());
+    for (auto& Owned : Source.Items) {
+        Owned->Collection = this;
+        Items.push_back(std::move(Owned));
+    }
+    Source.Items.clear();
+    Renumber(First);
+    ItemsMoved();
+    for (std::size_t I = static_cast<std::size_t>(First); I < Items.size(); ++I)
+        Items[I]->SetParser(ListParser);
+}
+
 void TZvCollection::EndUpdate() {
     if (UpdateCount > 0)
         --UpdateCount;

@@ -139,6 +139,12 @@ public:
     // Replaces the items by copies of Source's items (made by this collection's item class and
     // copied with the item's Assign), inside one update bracket.
     virtual void Assign(const TZvCollection& Source);
+    // Moves the items of Source to the end of this list in their order and hands them this list's
+    // parser; Source is left empty. Neither list's Added or Removing rules run: this is for lists
+    // whose items keep no place outside the list (operands, arguments, conditions), when the
+    // reader moves what it read into the model instead of copying it. The items are of Source's
+    // item class, which must be this list's.
+    void TakeItems(TZvCollection& Source);
 
     // A bracket around bulk edits; nestable. EndUpdate of the outermost bracket is where derived
     // collections repair what the edit left (see TZvTableDefs).

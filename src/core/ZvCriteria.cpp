@@ -84,6 +84,19 @@ void TZvCriterion::Assign(const TZvCollectionItem& Source) {
     Tag = Other->Tag;
 }
 
+void TZvCriterion::TakeFrom(TZvCriterion& Source) {
+    if (&Source == this)
+        return;
+    LeftSide->TakeFrom(*Source.LeftSide);
+    OperatorCaption = std::move(Source.OperatorCaption);
+    RightSide->Clear();
+    RightSide->TakeItems(*Source.RightSide);
+    SubItems->Clear();
+    SubItems->SetFilter(Source.SubItems->GetFilter());
+    SubItems->TakeItems(*Source.SubItems);
+    Tag = Source.Tag;
+}
+
 void TZvCriterion::SetSubItems(const TZvCriterions& Value) {
     SubItems->Assign(Value);
 }

@@ -33,6 +33,9 @@ public:
 
     // Copies LeftSide, OperatorCaption, RightSide, SubItems and Tag from another criterion.
     void Assign(const TZvCollectionItem& Source) override;
+    // The same, moved out of Source, which is left empty; for the reader, whose conditions are
+    // read before the tree they go into is known. Source lies outside this criterion's tree.
+    void TakeFrom(TZvCriterion& Source);
     // Hands the parser to both sides and the sub-list; then, when the parser's operator list is
     // not empty and has no operator of this caption, takes the caption of its first operator, so
     // that a criterion moved to a dialect lacking its operator still reads as a comparison.

@@ -40,6 +40,20 @@ void TZvFunctionDef::Assign(const TZvCollectionItem& Source) {
     Tag = F->Tag;
 }
 
+void TZvFunctionDef::TakeFrom(TZvFunctionDef& Source) {
+    if (&Source == this)
+        return;
+    if (Arguments)
+        Arguments->Clear();
+    if (Source.HasArguments())
+        GetArguments().TakeItems(*Source.Arguments);
+    Kind = Source.Kind;
+    Name = std::move(Source.Name);
+    Tag = Source.Tag;
+    Source.Name.clear();
+    Source.Kind = fkUnknown;
+}
+
 void TZvFunctionDef::Clear() {
     Name.clear();
     Kind = fkUnknown;
@@ -160,6 +174,16 @@ void TZvFieldDef::Assign(const TZvCollectionItem& Source) {
         DataType = F->DataType;
         Value = F->Value;
     }
+}
+
+void TZvFieldDef::TakeFrom(TZvFieldDef& Source) {
+    if (&Source == this)
+        return;
+    TZvFunctionDef::TakeFrom(Source);
+    SetAlias(Source.Alias);
+    Usage = Source.Usage;
+    DataType = Source.DataType;
+    Value = std::move(Source.Value);
 }
 
 void TZvFieldDef::Clear() {

@@ -42,6 +42,9 @@ public:
     // Copies Name, Kind, Tag and a deep copy of the arguments (not the parser). The fields are
     // copied as they are, not through SetKind, so that copying never generates an alias.
     void Assign(const TZvCollectionItem& Source) override;
+    // Takes Name, Kind, Tag and the arguments of Source, which is left empty (fkUnknown, no
+    // arguments): what Assign copies, moved, for the reader's scratch items.
+    void TakeFrom(TZvFunctionDef& Source);
     // Empties Name, sets fkUnknown and clears the arguments.
     virtual void Clear();
     // Also hands the parser to the arguments.
@@ -106,6 +109,8 @@ class TZvFieldDef : public TZvFunctionDef {
 public:
     // Copies the function part, then, when Source is a field, Alias, Usage, DataType and Value.
     void Assign(const TZvCollectionItem& Source) override;
+    // The same, moved out of Source (see TZvFunctionDef::TakeFrom).
+    void TakeFrom(TZvFieldDef& Source);
     // Also empties Alias and resets DataType and Value; Usage and AbsIndex stay, as they say where
     // the field lives rather than what it holds.
     void Clear() override;

@@ -455,15 +455,15 @@ void TZvSelectParser::DoParseFieldDef() {
                                            : FindOrCreateTable(TableRef);
     if (Table == nullptr)
         Table = Tables.Add();
+    // The alias a computed kind gave the scratch field outside the table list is not the field's:
+    // computed columns are numbered in SELECT-list order, each unique among the aliases of the
+    // fields read before it.
+    if (!ExpressionHadAlias)
+        Scratch.SetAlias("");
     TZvFieldDef* Field = Table->GetFieldDefs().Add();
-    Field->Assign(Scratch);
-    if (!ExpressionHadAlias) {
-        // Computed columns are numbered in SELECT-list order, each unique among the aliases of the
-        // fields read before it.
-        Field->SetAlias("");
-        if (Field->GetKind() != fkUnknown && Field->GetKind() != fkIdentifier)
-            Field->SetAlias(Tables.GetUniqueAlias("FIELD_", true));
-    }
+    Field->TakeFrom(Scratch);
+    if (!ExpressionHadAlias && Field->GetKind() != fkUnknown && Field->GetKind() != fkIdentifier)
+        Field->SetAlias(Tables.GetUniqueAlias("FIELD_", true));
 }
 
 // --- conditions ----------------------------------------------------------------------------------
@@ -494,7 +494,7 @@ void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index,
     const TCondNode& Node = Nodes[static_cast<std::size_t>(Index)];
     TZvCriterion* Criterion = Into.Add();
     if (Node.Leaf >= 0) {
-        Criterion->Assign(*Leaves[static_cast<std::size_t>(Node.Leaf)]);
+        Criterion->TakeFrom(*Leaves[static_cast<std::size_t>(Node.Leaf)]);
         return;
     }
     TZvCriterions& Sub = Criterion->GetSubItems();

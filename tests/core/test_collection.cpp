@@ -123,6 +123,32 @@ TEST(TZvCollection, DeleteRunsTheItemsCleanUpButClearAndDestructionDoNot) {
     EXPECT_EQ(Removals, 2);
 }
 
+TEST(TZvCollection, TakeItemsMovesTheItemsInOrderAndLeavesTheSourceEmpty) {
+    TZvSelectParser Parser;
+    TProbeList Target;
+    TProbeList Source;
+    Target.SetParser(&Parser);
+    Target.AddText("a");
+    TProbeItem* B = Source.AddText("b");
+    TProbeItem* C = Source.AddText("c");
+    int Removals = 0;
+    B->Removals = &Removals;
+    Target.TakeItems(Source);
+    EXPECT_EQ(Source.Count(), 0);
+    EXPECT_EQ(Texts(Target), (std::vector<std::string>{"a", "b", "c"}));
+    ExpectIndicesMatchPositions(Target);
+    // The same objects, now owned by the target and bound to its parser; nothing was removed.
+    EXPECT_EQ(Target.Item(1), B);
+    EXPECT_EQ(Target.Item(2), C);
+    EXPECT_EQ(C->GetParser(), &Parser);
+    EXPECT_EQ(Removals, 0);
+    Target.TakeItems(Target);
+    Target.TakeItems(Source);
+    EXPECT_EQ(Texts(Target), (std::vector<std::string>{"a", "b", "c"}));
+    Source.AddText("d");
+    EXPECT_EQ(Source.Item(0)->GetIndex(), 0);
+}
+
 TEST(TZvCollection, AddAndInsertHandTheCollectionsParserToTheNewItem) {
     TZvSelectParser Parser;
     TProbeList L;

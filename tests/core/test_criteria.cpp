@@ -563,6 +563,37 @@ TEST_F(Criteria, AssignCopiesSidesCaptionSubItemsAndTag) {
     EXPECT_NE(Copy->GetSubItems().Items(0), Source->GetSubItems().Items(0));
 }
 
+TEST_F(Criteria, TakeFromMovesSidesCaptionSubItemsAndTagOutOfADetachedCondition) {
+    TZvCriterion Source;
+    Source.SetParser(&Parser);
+    Source.SetTag(42);
+    Source.GetSubItems().SetFilter(cfAny);
+    TZvCriterion* Nested = AddCondition(Source.GetSubItems(), "A.X", "BETWEEN", {{"1"}, {"5"}});
+    AddCondition(Source.GetSubItems(), "A.Y", "IS NULL");
+    Source.GetLeftSide().SetName("A.Z");
+    Source.SetOperatorCaption("<>");
+    TZvFunctionDef* Seven = Source.GetRightSide().Add();
+    Seven->SetName("7");
+    const std::string Expected = Source.GetScript();
+
+    TZvCriterion* Target = Where.Add();
+    Target->GetRightSide().Add()->SetName("OLD");
+    Target->TakeFrom(Source);
+    EXPECT_EQ(Target->GetTag(), 42);
+    EXPECT_EQ(Target->GetOperatorCaption(), "<>");
+    EXPECT_EQ(Target->GetLeftSide().GetName(), "A.Z");
+    ASSERT_EQ(Target->GetRightSide().Count(), 1);
+    EXPECT_EQ(Target->GetRightSide().Items(0), Seven);
+    EXPECT_EQ(Target->GetSubItems().GetFilter(), cfAny);
+    EXPECT_EQ(Target->GetSubItems().Items(0), Nested);
+    EXPECT_EQ(Nested->GetCollection(), &Target->GetSubItems());
+    EXPECT_EQ(Target->GetScript(), Expected);
+    EXPECT_EQ(Target->GetScript(), "(A.X BETWEEN 1 AND 5) OR \r\n  (A.Y IS NULL)");
+    EXPECT_EQ(Source.GetRightSide().Count(), 0);
+    EXPECT_EQ(Source.GetSubItems().Count(), 0);
+    EXPECT_EQ(Source.GetLeftSide().GetName(), "");
+}
+
 TEST_F(Criteria, SettersOfTheSidesAndSubItemsCopyByValue) {
     TZvCriterion* Source = AddCondition(Where, "A.X", "IN", {{"1"}, {"2"}});
     TZvCriterion* Target = Where.Add();

@@ -180,6 +180,48 @@ TEST(TZvFunctionDef, AssignCopiesNameKindTagAndADeepCopyOfTheArguments) {
     EXPECT_NE(&Copy.GetArguments(), &Source.GetArguments());
 }
 
+TEST(TZvFunctionDef, TakeFromMovesNameKindTagAndTheArgumentsAndEmptiesTheSource) {
+    TZvSelectParser Parser;
+    TZvFunctionDef Source;
+    Source.SetParser(&Parser);
+    Source.SetName("F");
+    Source.SetKind(fkFunction);
+    Source.SetTag(7);
+    TZvFunctionDef* Inner = AddArgument(Source, "G", fkFunction);
+    AddArgument(*Inner, "A", fkIdentifier);
+    AddArgument(Source, "1", fkInteger);
+    TZvFunctionDef Target;
+    Target.SetParser(&Parser);
+    AddArgument(Target, "OLD", fkIdentifier);
+    Target.TakeFrom(Source);
+    EXPECT_EQ(Target.GetScript(), "F(G(A), 1)");
+    EXPECT_EQ(Target.GetTag(), 7);
+    EXPECT_EQ(Target.GetKind(), fkFunction);
+    // The argument objects moved: the nested call is now the target's, under its list.
+    ASSERT_EQ(Target.GetArguments().Count(), 2);
+    EXPECT_EQ(Target.GetArguments().Items(0), Inner);
+    EXPECT_EQ(Inner->GetCollection(), &Target.GetArguments());
+    EXPECT_EQ(Target.GetArguments().GetOwner(), &Target);
+    EXPECT_EQ(Source.GetName(), "");
+    EXPECT_EQ(Source.GetKind(), fkUnknown);
+    EXPECT_FALSE(Source.HasArguments());
+    EXPECT_EQ(Source.GetScript(), "");
+}
+
+TEST(TZvFunctionDef, ACallMovedIntoATableFieldWritesItsColumnsWithTheTablesPrefix) {
+    TZvSelectParser Parser;
+    TZvTableDef* Table = Parser.GetTableDefs().Add();
+    Table->SetName("T");
+    TZvFieldDef Scratch;
+    Scratch.SetParser(&Parser);
+    Scratch.SetName("UPPER");
+    Scratch.SetKind(fkFunction);
+    AddArgument(Scratch, "NAME", fkIdentifier);
+    TZvFieldDef* Field = Table->GetFieldDefs().Add();
+    Field->TakeFrom(Scratch);
+    EXPECT_EQ(Field->GetPureScript(), "UPPER(T.NAME)");
+}
+
 TEST(TZvFunctionDef, ClearEmptiesNameKindAndArguments) {
     TZvFunctionDef Def;
     Def.SetName("F");
@@ -263,6 +305,31 @@ TEST(TZvFieldDef, AssignCopiesTheFunctionPartAndTheFieldData) {
     FromPlain.SetAlias("KEPT");
     FromPlain.Assign(Plain);
     EXPECT_EQ(FromPlain.GetAlias(), "KEPT");
+}
+
+TEST(TZvFieldDef, TakeFromMovesTheFieldDataAndKeepsTheTargetsPlace) {
+    TZvSelectParser Parser;
+    TZvTableDef* Table = Parser.GetTableDefs().Add();
+    Table->SetName("T");
+    Table->GetFieldDefs().Add()->SetName("FIRST");
+    TZvFieldDef Source;
+    Source.SetName("P");
+    Source.SetKind(fkParameter);
+    Source.SetAlias("X");
+    Source.SetUsage(3);
+    Source.SetDataType(ftInteger);
+    Source.SetValue(TZvValue(42));
+    TZvFieldDef* Target = Table->GetFieldDefs().Add();
+    Target->TakeFrom(Source);
+    EXPECT_EQ(Target->GetScript(), ":P AS X");
+    EXPECT_EQ(Target->GetUsage(), 3);
+    EXPECT_EQ(Target->GetDataType(), ftInteger);
+    EXPECT_EQ(Target->GetValue(), TZvValue(42));
+    EXPECT_EQ(Target->GetAbsIndex(), 1);
+    // The alias counts as used in the statement, as an alias set on the field does.
+    EXPECT_EQ(Parser.GetTableDefs().GetUniqueAlias("X", false), "X1");
+    EXPECT_EQ(Source.GetName(), "");
+    EXPECT_EQ(Source.GetKind(), fkUnknown);
 }
 
 TEST(TZvFieldDef, ClearEmptiesTheFieldButKeepsWhereItLives) {
