@@ -306,7 +306,15 @@ void TZvSelectParser::DoParseFieldDefs() {
 // whole, since nothing else refers to it yet.
 void TZvSelectParser::DropLoneStar() {
     TZvTableDefs& Tables = GetTableDefs();
-    if (Tables.Count() != 1 || Trim(Tables.Items(0)->GetFieldDefs().GetScript()) != "*")
+    if (Tables.Count() != 1)
+        return;
+    // Two written fields are written with a comma between them, so only a list that writes one
+    // field can be the star: the others are not written out to find that.
+    const TZvFieldDefs& Fields = Tables.Items(0)->GetFieldDefs();
+    int Selected = 0;
+    for (int I = 0; I < Fields.Count() && Selected < 2; ++I)
+        Selected += Fields.Items(I)->IsSelected() ? 1 : 0;
+    if (Selected != 1 || Trim(Fields.GetScript()) != "*")
         return;
     if (Tables.Items(0)->IsEmptyName())
         Tables.Clear();
