@@ -78,7 +78,15 @@ TZvCollectionItem* TZvCollection::Add() {
 
 TZvCollectionItem* TZvCollection::Insert(int Index) {
     CheckIndex(Index, Count());
-    std::unique_ptr<TZvCollectionItem> Owned = ListItemClass();
+    return Place(Index, ListItemClass());
+}
+
+TZvCollectionItem* TZvCollection::Adopt(std::unique_ptr<TZvCollectionItem> Item) {
+    assert(Item && Item->Collection == nullptr && "only an item standing alone can be adopted");
+    return Place(Count(), std::move(Item));
+}
+
+TZvCollectionItem* TZvCollection::Place(int Index, std::unique_ptr<TZvCollectionItem> Owned) {
     TZvCollectionItem* Item = Owned.get();
     Item->Collection = this;
     Items.insert(Items.begin() + Index, std::move(Owned));
@@ -162,6 +170,9 @@ void TZvCollection::SetParser(TZvSelectParser* Value) {
 }
 
 bool TZvCollection::SameIdentifier(std::string_view A, std::string_view B) const {
+    // Either way texts of different lengths differ; most look-ups compare such.
+    if (A.size() != B.size())
+        return false;
     if (ListParser && !ListParser->GetCaseSensitiveIdentifiers())
         return SameText(A, B);
     return A == B;

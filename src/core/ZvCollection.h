@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <typeinfo>
 #include <vector>
 
 namespace zv {
@@ -99,9 +100,16 @@ private:
 // to a collection to make the collection hold its items.
 using TZvItemClass = std::function<std::unique_ptr<TZvCollectionItem>()>;
 
+// The item class that makes items of class T; a named type, so that a list can tell whether it
+// makes T (TZvCollection::MakesItemsOf).
+template <class T>
+struct TZvItemMaker {
+    std::unique_ptr<TZvCollectionItem> operator()() const { return std::make_unique<T>(); }
+};
+
 template <class T>
 TZvItemClass ItemClassOf() {
-    return [] { return std::make_unique<T>(); };
+    return TZvItemMaker<T>{};
 }
 
 // An owned, ordered list of items of one item class, with an owner and a parser.
@@ -130,6 +138,19 @@ public:
     // hand it the collection's parser. Insert raises EZvError for an index outside that range.
     TZvCollectionItem* Add();
     TZvCollectionItem* Insert(int Index);
+    // An item of the item class standing alone, in no list: the reader fills one before it knows
+    // where it goes, then hands it to Adopt.
+    std::unique_ptr<TZvCollectionItem> MakeItem() const { return ListItemClass(); }
+    // True when the item class is ItemClassOf<T>(), so that an item of class T made elsewhere may
+    // be adopted.
+    template <class T>
+    bool MakesItemsOf() const {
+        return ListItemClass.target_type() == typeid(TZvItemMaker<T>);
+    }
+    // Puts an item standing alone at the end, exactly as Add puts a new one (its Added rules run,
+    // then it gets the collection's parser), and returns it. The item must be of the item class:
+    // made by MakeItem, or of class T where MakesItemsOf<T>() holds.
+    TZvCollectionItem* Adopt(std::unique_ptr<TZvCollectionItem> Item);
     // Run the item's clean-up rules, then take it out and free it. Delete raises EZvError for an
     // invalid index; Remove does nothing for an item of another collection or null.
     void Delete(int Index);
@@ -173,6 +194,8 @@ protected:
     virtual void ItemsMoved() {}
 
 private:
+    // Puts Owned at Index (0 .. Count()) and runs what a new item's arrival runs.
+    TZvCollectionItem* Place(int Index, std::unique_ptr<TZvCollectionItem> Owned);
     void Renumber(int From);
     void CheckIndex(int Index, int Limit) const;
     [[noreturn]] static void OutOfBounds(int Index);

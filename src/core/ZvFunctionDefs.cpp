@@ -69,7 +69,7 @@ void TZvFunctionDef::SetParser(TZvSelectParser* Value) {
 
 void TZvFunctionDef::SetName(std::string_view Value) {
     if (Name != Value)
-        Name = std::string(Value);
+        Name.assign(Value);
 }
 
 void TZvFunctionDef::SetKind(TZvFunctionKind Value) {
@@ -208,7 +208,7 @@ void TZvFieldDef::SetAlias(std::string_view NewAlias) {
         Tables->AliasRemoved(Alias);
         Tables->AliasAdded(NewAlias);
     }
-    Alias = std::string(NewAlias);
+    Alias.assign(NewAlias);
 }
 
 void TZvFieldDef::SetAbsIndex(std::int32_t N) {

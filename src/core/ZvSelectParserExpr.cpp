@@ -440,11 +440,13 @@ TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
 // --- output fields -------------------------------------------------------------------------------
 
 void TZvSelectParser::DoParseFieldDef() {
-    TZvFieldDef Scratch;
-    Scratch.SetParser(this);
+    // Read into a field standing alone, since the table it goes to is known only once it is read;
+    // then that field itself goes into the table's list.
+    auto Scratch = std::make_unique<TZvFieldDef>();
+    Scratch->SetParser(this);
     ExpressionHadAlias = false;
     ExpressionTable = nullptr;
-    const std::string TableRef = DoParseExpression(Scratch, pepCreateTableDef | pepEnableAlias);
+    const std::string TableRef = DoParseExpression(*Scratch, pepCreateTableDef | pepEnableAlias);
     if (State == ssError)
         return;
     TZvTableDefs& Tables = GetTableDefs();
@@ -459,9 +461,15 @@ void TZvSelectParser::DoParseFieldDef() {
     // computed columns are numbered in SELECT-list order, each unique among the aliases of the
     // fields read before it.
     if (!ExpressionHadAlias)
-        Scratch.SetAlias("");
-    TZvFieldDef* Field = Table->GetFieldDefs().Add();
-    Field->TakeFrom(Scratch);
+        Scratch->SetAlias("");
+    TZvFieldDefs& Fields = Table->GetFieldDefs();
+    TZvFieldDef* Field = nullptr;
+    if (Fields.MakesItemsOf<TZvFieldDef>()) {
+        Field = static_cast<TZvFieldDef*>(Fields.Adopt(std::move(Scratch)));
+    } else {
+        Field = Fields.Add();
+        Field->TakeFrom(*Scratch);
+    }
     if (!ExpressionHadAlias && Field->GetKind() != fkUnknown && Field->GetKind() != fkIdentifier)
         Field->SetAlias(Tables.GetUniqueAlias("FIELD_", true));
 }
@@ -489,25 +497,32 @@ struct TPostfixItem {
     int Value;  // connective code, or leaf index
 };
 
-void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index,
-                     std::vector<std::unique_ptr<TZvCriterion>>& Leaves, TZvCriterions& Into) {
+using TLeaves = std::vector<std::unique_ptr<TZvCriterion>>;
+
+// Leaves are made by the target list's item class: one that lands in the target itself goes there
+// as it is; one that lands in a nested group (a plain list) is moved into a new item of it.
+void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index, TLeaves& Leaves, TZvCriterions& Into,
+                     const TZvCriterions& Target) {
     const TCondNode& Node = Nodes[static_cast<std::size_t>(Index)];
-    TZvCriterion* Criterion = Into.Add();
     if (Node.Leaf >= 0) {
-        Criterion->TakeFrom(*Leaves[static_cast<std::size_t>(Node.Leaf)]);
+        std::unique_ptr<TZvCriterion>& Leaf = Leaves[static_cast<std::size_t>(Node.Leaf)];
+        if (&Into == &Target)
+            Into.Adopt(std::move(Leaf));
+        else
+            Into.Add()->TakeFrom(*Leaf);
         return;
     }
+    TZvCriterion* Criterion = Into.Add();
     TZvCriterions& Sub = Criterion->GetSubItems();
     Sub.SetFilter(Node.Filter);
     for (int Member : Node.Members)
-        MaterialiseNode(Nodes, Member, Leaves, Sub);
+        MaterialiseNode(Nodes, Member, Leaves, Sub, Target);
 }
 
 // Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
 // group of the same filter gives its members instead of nesting. A connective short of operands
 // (a leading AND) is dropped.
-void FoldCriterions(const std::vector<TPostfixItem>& Postfix, std::vector<std::unique_ptr<TZvCriterion>>& Leaves,
-                    TZvCriterions& Target) {
+void FoldCriterions(const std::vector<TPostfixItem>& Postfix, TLeaves& Leaves, TZvCriterions& Target) {
     std::vector<TCondNode> Nodes;
     std::vector<int> Stack;
     // An operand that is a group of the group's own filter gives its members instead of nesting.
@@ -551,12 +566,12 @@ void FoldCriterions(const std::vector<TPostfixItem>& Postfix, std::vector<std::u
     }
     const TCondNode& Root = Nodes[static_cast<std::size_t>(Stack.front())];
     if (Root.Leaf >= 0) {
-        MaterialiseNode(Nodes, Stack.front(), Leaves, Target);
+        MaterialiseNode(Nodes, Stack.front(), Leaves, Target, Target);
         return;
     }
     Target.SetFilter(Root.Filter);
     for (int Member : Root.Members)
-        MaterialiseNode(Nodes, Member, Leaves, Target);
+        MaterialiseNode(Nodes, Member, Leaves, Target, Target);
 }
 
 } // namespace
@@ -567,7 +582,7 @@ bool TZvSelectParser::StartsCondition() {
 }
 
 void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
-    std::vector<std::unique_ptr<TZvCriterion>> Leaves;
+    TLeaves Leaves;
     std::vector<TPostfixItem> Postfix;
     std::vector<int> Pending;
     std::int32_t Open = 0;  // brackets open on Pending
@@ -603,7 +618,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
             Pending.pop_back();
             NextToken();
         } else if (StartsCondition()) {
-            auto Leaf = std::make_unique<TZvCriterion>();
+            std::unique_ptr<TZvCriterion> Leaf(static_cast<TZvCriterion*>(Target.MakeItem().release()));
             Leaf->SetParser(this);
             ParseCriterion(*Leaf);
             if (State == ssError)

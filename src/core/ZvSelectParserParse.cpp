@@ -376,9 +376,14 @@ bool TZvSelectParser::NextTokenIs(std::string_view Word) {
 // empty, ends with "." or the token is ".", so that a qualified name is one item. Stops at the
 // first token that would not continue the item, which is left current.
 std::string TZvSelectParser::ReadListItem() {
+    TZvSQLScanner& S = GetScanner();
     std::string Item;
     while (!AtEnd() && (Item.empty() || Item.back() == '.' || TokenIs("."))) {
-        Item += TokenSource();
+        // A bare token is its own source text: appended as it stands, without a copy.
+        if (S.InQuote)
+            Item += TokenSource();
+        else
+            Item += S.Token;
         NextToken();
     }
     return Item;

@@ -149,6 +149,46 @@ TEST(TZvCollection, TakeItemsMovesTheItemsInOrderAndLeavesTheSourceEmpty) {
     EXPECT_EQ(Source.Item(0)->GetIndex(), 0);
 }
 
+namespace {
+// An item class the probe list does not make.
+struct TOtherItem : TZvCollectionItem {};
+} // namespace
+
+TEST(TZvCollection, AListTellsWhichItemClassItMakesAndMakesOneStandingAlone) {
+    TProbeList L;
+    EXPECT_TRUE(L.MakesItemsOf<TProbeItem>());
+    EXPECT_FALSE(L.MakesItemsOf<TOtherItem>());
+    EXPECT_FALSE(L.MakesItemsOf<TZvCollectionItem>());
+    std::unique_ptr<TZvCollectionItem> Made = L.MakeItem();
+    ASSERT_NE(dynamic_cast<TProbeItem*>(Made.get()), nullptr);
+    EXPECT_EQ(Made->GetCollection(), nullptr);
+    EXPECT_EQ(Made->GetIndex(), -1);
+    EXPECT_EQ(L.Count(), 0);
+    // A list of another maker, even one that makes the same class, is not taken for it.
+    TZvCollection Custom(nullptr, [] { return std::make_unique<TProbeItem>(); });
+    EXPECT_FALSE(Custom.MakesItemsOf<TProbeItem>());
+}
+
+TEST(TZvCollection, AdoptPutsAnItemStandingAloneAtTheEndAsAddPutsANewOne) {
+    TZvSelectParser Parser;
+    TProbeList L;
+    L.SetParser(&Parser);
+    L.AddText("a");
+    auto Alone = std::make_unique<TProbeItem>();
+    Alone->Text = "b";
+    TProbeItem* Kept = Alone.get();
+    EXPECT_EQ(L.Adopt(std::move(Alone)), Kept);
+    EXPECT_EQ(Texts(L), (std::vector<std::string>{"a", "b"}));
+    ExpectIndicesMatchPositions(L);
+    EXPECT_EQ(Kept->GetParser(), &Parser);
+    EXPECT_EQ(Kept->ParserCalls, 1);
+    int Removals = 0;
+    Kept->Removals = &Removals;
+    L.Remove(Kept);
+    EXPECT_EQ(Removals, 1);
+    EXPECT_EQ(L.Count(), 1);
+}
+
 TEST(TZvCollection, AddAndInsertHandTheCollectionsParserToTheNewItem) {
     TZvSelectParser Parser;
     TProbeList L;

@@ -332,6 +332,25 @@ TEST(TZvFieldDef, TakeFromMovesTheFieldDataAndKeepsTheTargetsPlace) {
     EXPECT_EQ(Source.GetKind(), fkUnknown);
 }
 
+TEST(TZvFieldDef, AFieldAdoptedByATableTakesTheNextPositionAndCountsItsAlias) {
+    TZvSelectParser Parser;
+    TZvTableDef* Table = Parser.GetTableDefs().Add();
+    Table->SetName("T");
+    Table->GetFieldDefs().Add()->SetName("FIRST");
+    ASSERT_TRUE(Table->GetFieldDefs().MakesItemsOf<TZvFieldDef>());
+    auto Alone = std::make_unique<TZvFieldDef>();
+    Alone->SetName("SECOND");
+    Alone->SetKind(fkIdentifier);
+    Alone->SetAlias("S");
+    auto* Field = static_cast<TZvFieldDef*>(Table->GetFieldDefs().Adopt(std::move(Alone)));
+    EXPECT_EQ(Field->GetAbsIndex(), 1);
+    EXPECT_EQ(Field->GetTableDef(), Table);
+    EXPECT_EQ(Field->GetScript(), "T.SECOND AS S");
+    EXPECT_EQ(Parser.GetTableDefs().GetUniqueAlias("S", false), "S1");
+    Field->SetAbsIndex(0);
+    EXPECT_EQ(Table->GetFieldDefs().Items(0)->GetAbsIndex(), 1);
+}
+
 TEST(TZvFieldDef, ClearEmptiesTheFieldButKeepsWhereItLives) {
     TFreeFields L;
     L.Add("A", fkIdentifier);

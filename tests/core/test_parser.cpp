@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <typeinfo>
 
 #include "ZvParser.h"
 
@@ -403,6 +404,28 @@ TEST(TZvSelectParser, MultiWordOperatorsAreRead) {
     EXPECT_EQ(Leaf(*W.Items(3)), "D NOT IN 1 2 3");
     EXPECT_EQ(Leaf(*W.Items(4)), "E IS NULL");
     EXPECT_EQ(Leaf(*W.Items(5)), "F IN 'a'");
+}
+
+TEST(TZvSelectParser, TopLevelConditionsAreOfTheClausesItemClassAndNestedOnesPlain) {
+    Parsed P("SELECT A, COUNT(B) FROM T WHERE A = 1 AND (B = 2 OR C = 3) GROUP BY A "
+             "HAVING COUNT(B) > 1 AND NOT (A = 4)");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(typeid(*W.Items(0)), typeid(TZvWhereItem));
+    EXPECT_EQ(typeid(*W.Items(1)), typeid(TZvWhereItem));
+    ASSERT_EQ(W.Items(1)->GetSubItems().Count(), 2);
+    EXPECT_EQ(typeid(*W.Items(1)->GetSubItems().Items(0)), typeid(TZvCriterion));
+    EXPECT_EQ(Leaf(*W.Items(1)->GetSubItems().Items(1)), "C = 3");
+    EXPECT_EQ(W.Items(1)->GetSubItems().Items(1)->GetCollection(), &W.Items(1)->GetSubItems());
+    TZvHavingItems& H = P.Parser.GetHavingItems();
+    ASSERT_EQ(H.Count(), 2);
+    EXPECT_EQ(typeid(*H.Items(0)), typeid(TZvHavingItem));
+    EXPECT_EQ(H.Items(0)->GetLeftSide().GetName(), "COUNT");
+    EXPECT_EQ(typeid(*H.Items(1)->GetSubItems().Items(0)), typeid(TZvCriterion));
+    EXPECT_EQ(H.Items(1)->GetParser(), &P.Parser);
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT \r\n  A,\r\n  COUNT(B) AS FIELD_1\r\nFROM\r\n  T\r\nWHERE\r\n  (A = 1) AND \r\n  ((B = 2) OR \r\n  (C = 3))\r\n"
+              "GROUP BY\r\n  A\r\nHAVING\r\n  (COUNT(B) > 1) AND \r\n  (NOT (A = 4))\r\n");
 }
 
 TEST(TZvSelectParser, ConditionOperandsKeepTheirQualifier) {
