@@ -311,7 +311,9 @@ private:
     bool StartsCondition();
     void ParseCriterion(TZvCriterion& Criterion);
     const TZvOperator* FirstSingleOperandOperator();
-    bool IsOperatorBeginning(std::string_view Words);
+    // True when Words are an operator's name or its first words; with Longer, only when words
+    // follow them in that name.
+    bool IsOperatorBeginning(std::string_view Words, bool Longer = false);
     const TZvOperator* ReadCriterionOperator();
     void ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator);
     void ReadRightOperand(TZvFunctionDef& Operand, bool InBrackets);

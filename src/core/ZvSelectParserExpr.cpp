@@ -684,10 +684,11 @@ bool BeginsWithWords(std::string_view Name, std::string_view Words) {
 
 } // namespace
 
-bool TZvSelectParser::IsOperatorBeginning(std::string_view Words) {
+bool TZvSelectParser::IsOperatorBeginning(std::string_view Words, bool Longer) {
     TZvOperators& List = GetOperators();
     for (int I = 0; I < List.Count(); ++I) {
-        if (BeginsWithWords(List.Items(I)->GetName(), Words))
+        const std::string& Name = List.Items(I)->GetName();
+        if (BeginsWithWords(Name, Words) && (!Longer || Name.size() > Words.size()))
             return true;
     }
     return false;
@@ -711,7 +712,9 @@ const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
     if (!IsIntersected(S.TokenKinds, {tkKeyword, tkIdent}) || !IsOperatorBeginning(S.Token))
         return nullptr;
     std::string Words = S.Token;
-    for (;;) {
+    // The next token is looked at only while some operator's name goes on after the words read
+    // (IS, NOT): a look ahead costs a token read, and most operators are one word.
+    while (IsOperatorBeginning(Words, true)) {
         S.GetTokenPlus();
         const std::string Longer = Words + " " + S.TokenPlus;
         if (S.TokenPlus.empty() || !IsOperatorBeginning(Longer))

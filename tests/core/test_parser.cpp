@@ -406,6 +406,31 @@ TEST(TZvSelectParser, MultiWordOperatorsAreRead) {
     EXPECT_EQ(Leaf(*W.Items(5)), "F IN 'a'");
 }
 
+namespace {
+
+// A dialect with a one-word operator that also begins a longer one.
+class TSimilarParser : public TZvSelectParser {
+protected:
+    void DefineOperators() override {
+        GetOperators().AddStandardOperators();
+        GetOperators().AddOperator("SIMILAR", "SIMILAR");
+        GetOperators().AddOperator("SIMILAR TO", "SIMILAR TO");
+    }
+};
+
+} // namespace
+
+TEST(TZvSelectParser, AnOperatorIsTheLongestRunOfWordsThatNamesOne) {
+    TSimilarParser Parser;
+    Parser.SetExpression("SELECT * FROM T WHERE A SIMILAR TO 'x%' AND B SIMILAR 'y' AND C LIKE TO AND D IN (TO)");
+    TZvWhereItems& W = Parser.GetWhereItems();
+    ASSERT_EQ(W.Count(), 4);
+    EXPECT_EQ(Leaf(*W.Items(0)), "A SIMILAR TO 'x%'");
+    EXPECT_EQ(Leaf(*W.Items(1)), "B SIMILAR 'y'");
+    EXPECT_EQ(Leaf(*W.Items(2)), "C LIKE TO");
+    EXPECT_EQ(Leaf(*W.Items(3)), "D IN TO");
+}
+
 TEST(TZvSelectParser, TopLevelConditionsAreOfTheClausesItemClassAndNestedOnesPlain) {
     Parsed P("SELECT A, COUNT(B) FROM T WHERE A = 1 AND (B = 2 OR C = 3) GROUP BY A "
              "HAVING COUNT(B) > 1 AND NOT (A = 4)");
