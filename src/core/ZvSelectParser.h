@@ -270,7 +270,7 @@ private:
     bool NextTokenIs(std::string_view Word);
     std::string ReadListItem();
     bool IsCrossJoinAhead();
-    void MergeTableDef(const TZvTableDef& Scratch);
+    void MergeTableDef(const std::string& Name, const std::string& Alias, const TZvTableDef* Procedure);
     bool ReadJoinKeywords();
     std::string ReadJoinOperand(TZvFunctionDef& Operand);
     TZvTableDef* FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef);

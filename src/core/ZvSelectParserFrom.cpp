@@ -2,6 +2,7 @@
 // parameters, CROSS JOIN) and joins with their ON conditions, placed on the table that holds them.
 #include "ZvSelectParser.h"
 
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -25,9 +26,25 @@ std::string MirroredComparison(const std::string& Operator) {
     return Operator;
 }
 
+// Whether a join operand writes any text. A column of a table of the statement is written as its
+// name, which quoting never empties when it begins with a letter, digit or underscore (no quote
+// character is one); only other operands are written to find out.
+bool WritesOperand(const TZvFunctionDef& Operand, const TZvTableDef* Table) {
+    const std::string& Name = Operand.GetName();
+    const char First = Name.empty() ? '\0' : Name.front();
+    const bool Plain = (First >= 'A' && First <= 'Z') || (First >= 'a' && First <= 'z') ||
+                       (First >= '0' && First <= '9') || First == '_';
+    if (Table != nullptr && Plain)
+        return true;
+    return !Operand.GetScript().empty();
+}
+
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
+    // Every word that starts a join has four or five letters; no other token is compared.
+    if (Token.size() != 4 && Token.size() != 5)
+        return false;
     for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
         if (SameText(Token, Word))
             return true;
@@ -83,54 +100,60 @@ std::string TZvSelectParser::QuotedTableName() {
 }
 
 void TZvSelectParser::DoParseTableDef() {
-    TZvTableDef Scratch;
-    Scratch.SetParser(this);
     // An empty quoted name ("" or '') names no table, and an empty name is written as no text.
     if (GetScanner().Token.empty()) {
         Fail();
         return;
     }
-    Scratch.SetName(QuotedTableName());
-    NextToken();
     // owner.table and longer qualified names are one name.
-    std::string Name = Scratch.GetName();
+    std::string Name = QuotedTableName();
+    NextToken();
     while (TokenIs(".")) {
         NextToken();
         if (!TokenHas(tkIdent)) {
             Fail();
             return;
         }
-        Name += "." + QuotedTableName();
+        Name += '.';
+        Name += QuotedTableName();
         NextToken();
     }
-    Scratch.SetName(Name);
     if (!(TokenIs(",") || TokenIs("(") || AtEnd() || TokenHas(tkKeyword) || TokenHas(tkIdent))) {
         Fail();
         return;
     }
+    // A stored procedure's parameters are read into a table of its own, merged like its fields.
+    std::optional<TZvTableDef> Procedure;
     if (TokenIs("(")) {
         if (!GetEnableStoredProc()) {
             Fail();
             return;
         }
         NextToken();
-        Scratch.SetTableType(qttStoredProc);
-        DoParseProcParams(Scratch);
+        Procedure.emplace();
+        Procedure->SetParser(this);
+        Procedure->SetName(Name);
+        Procedure->SetTableType(qttStoredProc);
+        DoParseProcParams(*Procedure);
         if (State == ssError)
             return;
         NextToken();
     }
     if (TokenIs("AS"))
         NextToken();
+    // Without an alias, the entry is named by its name.
+    std::string Alias = Name;
     if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
         if (GetScanner().Token.empty()) {
             Fail();
             return;
         }
-        Scratch.SetAlias(TokenAlias());
+        Alias = TokenAlias();
         NextToken();
+        if (Procedure)
+            Procedure->SetAlias(Alias);
     }
-    MergeTableDef(Scratch);
+    MergeTableDef(Name, Alias, Procedure ? &*Procedure : nullptr);
     // A cross join is one more entry of the FROM list, like a comma, with no join.
     if (IsCrossJoinAhead()) {
         NextToken();
@@ -143,22 +166,28 @@ bool TZvSelectParser::IsCrossJoinAhead() {
 }
 
 // An entry named earlier by a qualified column of the field list is completed; otherwise the
-// entry is added. Either way it becomes the current left-hand table of the join reader.
-void TZvSelectParser::MergeTableDef(const TZvTableDef& Scratch) {
+// entry is added. Either way it becomes the current left-hand table of the join reader. Procedure
+// holds a stored procedure's name, alias and parameters; null for a table.
+void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& Alias,
+                                   const TZvTableDef* Procedure) {
     TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table = Scratch.GetAlias().empty() ? Tables.FindByName(Scratch.GetName())
-                                                    : FindTableByReference(Scratch.GetAlias());
+    TZvTableDef* Table = Alias.empty() ? Tables.FindByName(Name) : FindTableByReference(Alias);
     if (Table != nullptr) {
-        TZvFieldDefs& Fields = Table->GetFieldDefs();
-        const TZvFieldDefs& NewFields = Scratch.GetFieldDefs();
-        for (int I = 0; I < NewFields.Count(); ++I)
-            Fields.Add()->Assign(*NewFields.Items(I));
-        Table->SetTableType(Scratch.GetTableType());
-        Table->SetName(Scratch.GetName());
-        Table->SetAlias(Scratch.GetAlias());
+        if (Procedure != nullptr) {
+            TZvFieldDefs& Fields = Table->GetFieldDefs();
+            const TZvFieldDefs& NewFields = Procedure->GetFieldDefs();
+            for (int I = 0; I < NewFields.Count(); ++I)
+                Fields.Add()->Assign(*NewFields.Items(I));
+        }
+        Table->SetTableType(Procedure != nullptr ? qttStoredProc : qttTable);
+        Table->SetName(Name);
+        Table->SetAlias(Alias);
+    } else if (Procedure != nullptr) {
+        Table = Tables.Add();
+        Table->Assign(*Procedure);
     } else {
         Table = Tables.Add();
-        Table->Assign(Scratch);
+        Table->Define(Alias, Name, qttTable);
     }
     LeftHandTable = Table->GetPrefix();
     JoinedTable = Table;
@@ -305,7 +334,7 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
         Fail(zvpeInadmissibleJoin);
         return;
     }
-    if (!Admissible || Left.GetScript().empty() || Right.GetScript().empty()) {
+    if (!Admissible || !WritesOperand(Left, LeftTable) || !WritesOperand(Right, RightTable)) {
         Fail(zvpeInadmissibleJoin);
         return;
     }
@@ -348,16 +377,19 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
 }
 
 // Whether From's joins lead to To, directly or through the joins of the tables they join. A
-// table that a new join makes joined seldom joins others yet, so the walk is short.
+// table that a new join makes joined seldom joins others yet: then nothing is walked at all.
 bool TZvSelectParser::JoinsReach(const TZvTableDef& From, const TZvTableDef& To) {
+    const TZvJoinDefs* FromJoins = From.FindJoinDefs();
+    if (FromJoins == nullptr || FromJoins->Count() == 0)
+        return false;
     const TZvTableDefs& Tables = GetTableDefs();
     std::vector<const TZvTableDef*> Pending{&From};
     std::unordered_set<const TZvTableDef*> Seen{&From};
     while (!Pending.empty()) {
-        const TZvJoinDefs& Joins = Pending.back()->GetJoinDefs();
+        const TZvJoinDefs* Joins = Pending.back()->FindJoinDefs();
         Pending.pop_back();
-        for (int J = 0; J < Joins.Count(); ++J) {
-            const TZvTableDef* Target = Tables.FindByAlias(Joins.Items(J)->GetTableAlias());
+        for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
+            const TZvTableDef* Target = Tables.FindByAlias(Joins->Items(J)->GetTableAlias());
             if (Target == &To)
                 return true;
             if (Target != nullptr && Seen.insert(Target).second)

@@ -22,12 +22,16 @@ void TZvTableDef::Assign(const TZvCollectionItem& Source) {
     const auto* T = dynamic_cast<const TZvTableDef*>(&Source);
     if (!T || T == this)
         return;
-    // Values are copied as they are: copying a table is not renaming one, so no reference of
-    // the statement is rewritten.
-    StoreAlias(T->Alias);
     GetFieldDefs().Assign(T->GetFieldDefs());
-    StoreName(T->Name);
-    TableType = T->TableType;
+    Define(T->Alias, T->Name, T->TableType);
+}
+
+void TZvTableDef::Define(std::string_view AAlias, std::string_view AName, TZvTableDefType AType) {
+    // Values are taken as they are: copying a table is not renaming one, so no reference of the
+    // statement is rewritten.
+    StoreAlias(AAlias);
+    StoreName(AName);
+    TableType = AType;
 }
 
 void TZvTableDef::SetParser(TZvSelectParser* Value) {
@@ -448,6 +452,10 @@ bool TZvTableDefs::CaseSensitive() const {
     return !(Parser && !Parser->GetCaseSensitiveIdentifiers());
 }
 
+bool TZvTableDefs::SameIdentifierAs(bool Exact, std::string_view A, std::string_view B) {
+    return Exact ? A == B : SameText(A, B);
+}
+
 std::string TZvTableDefs::AliasKey(std::string_view Alias, bool Exact) const {
     return Exact ? std::string(Alias) : UpperCase(Alias);
 }
@@ -486,8 +494,9 @@ TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key
     // per statement (most statements name one to four tables).
     constexpr int WalkedTables = 8;
     if (Count() <= WalkedTables && !TableIndexUsable()) {
+        const bool Exact = CaseSensitive();
         for (int T = 0; T < Count(); ++T)
-            if (SameIdentifier((Items(T)->*Key)(), S))
+            if (SameIdentifierAs(Exact, (Items(T)->*Key)(), S))
                 return Items(T);
         return nullptr;
     }
@@ -567,15 +576,22 @@ void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int
 
 // Join index ------------------------------------------------------------------------------------
 
-bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const {
+bool TZvTableDefs::WalksJoins() const {
     // A few joins are found faster by a walk than through an index that has to be built per
     // statement (most statements join two to four tables).
     constexpr int WalkedTables = 16;
-    if (Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive())) {
+    return Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive());
+}
+
+template <class TVisit>
+bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const {
+    if (WalksJoins()) {
+        const bool Exact = CaseSensitive();
         for (int T = 0; T < Count(); ++T) {
-            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-            for (int J = 0; J < Joins.Count(); ++J)
-                if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Alias) && Visit(*Joins.Items(J)))
+            // A table that never had a join is passed by, rather than given an empty list.
+            const TZvJoinDefs* Joins = Items(T)->FindJoinDefs();
+            for (int J = 0; Joins && J < Joins->Count(); ++J)
+                if (SameIdentifierAs(Exact, Joins->Items(J)->GetTableAlias(), Alias) && Visit(*Joins->Items(J)))
                     return true;
         }
         return false;

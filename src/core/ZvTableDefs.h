@@ -32,6 +32,9 @@ public:
 
     // Copies Alias, Name, TableType and a deep copy of the fields; not the joins.
     void Assign(const TZvCollectionItem& Source) override;
+    // Takes Alias, Name and TableType as they are, as Assign does: rewrites no reference of the
+    // statement (no join or ORDER BY entry follows).
+    void Define(std::string_view AAlias, std::string_view AName, TZvTableDefType AType);
     // Also hands the parser to the fields and joins.
     void SetParser(TZvSelectParser* Value) override;
 
@@ -49,6 +52,8 @@ public:
     // The fields and the joins, each made on first use by its virtual factory.
     TZvFieldDefs& GetFieldDefs() const;
     TZvJoinDefs& GetJoinDefs() const;
+    // The joins when the list was made; null otherwise. For walks that would only find it empty.
+    const TZvJoinDefs* FindJoinDefs() const { return JoinDefs.get(); }
     void SetFieldDefs(const TZvFieldDefs& Value);
     void SetJoinDefs(const TZvJoinDefs& Value);
 
@@ -161,7 +166,10 @@ private:
     bool MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const;
     // Visits the joins whose target alias is SameIdentifier to Alias until Visit returns true;
     // true when it did.
-    bool AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const;
+    template <class TVisit>
+    bool AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const;
+    // Whether a few tables are better walked than indexed (most statements name one to four).
+    bool WalksJoins() const;
     // The join index, built first when it was dropped or the case rule changed since.
     TZvJoinTargetIndex& JoinTargets() const;
     void JoinAppended(TZvJoinDef& Join);
@@ -183,6 +191,8 @@ private:
     void AliasRemoved(std::string_view Alias);
     bool IsAliasInUse(std::string_view Alias);
     bool CaseSensitive() const;
+    // SameIdentifier with the case rule asked once by a walk rather than once per comparison.
+    static bool SameIdentifierAs(bool Exact, std::string_view A, std::string_view B);
 
     // Removes Fields (of any tables) in one pass: positions, alias index, ORDER BY entries equal
     // to their aliases (in the given order), then the fields themselves.
