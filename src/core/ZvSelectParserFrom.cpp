@@ -42,8 +42,10 @@ bool WritesOperand(const TZvFunctionDef& Operand, const TZvTableDef* Table) {
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
-    // Every word that starts a join has four or five letters; no other token is compared.
-    if (Token.size() != 4 && Token.size() != 5)
+    // Every word that starts a join has four or five letters and begins with I, L, R, F or J; no
+    // other token is compared word by word.
+    constexpr std::string_view Initials = "ILRFJ";
+    if ((Token.size() != 4 && Token.size() != 5) || Initials.find(UpCase(Token.front())) == std::string_view::npos)
         return false;
     for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
         if (SameText(Token, Word))

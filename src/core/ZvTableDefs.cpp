@@ -45,43 +45,49 @@ void TZvTableDef::SetParser(TZvSelectParser* Value) {
 void TZvTableDef::SetAlias(std::string_view Value) {
     if (Alias == Value)
         return;
-    const std::string Old = Alias;
-    TZvTableDefs* Tables = GetTableDefs();
-    if (Tables)
+    // The old alias is read in place: it stays until StoreAlias below.
+    const std::string& Old = Alias;
+    if (TZvTableDefs* Tables = GetTableDefs())
         Tables->UpdateTableAlias(Old, Value);
-    if (TZvSelectParser* Parser = GetParser()) {
-        TZvSQLScanner& Scanner = Parser->GetScanner();
-        const char L = Scanner.GetIdentQuote();
-        const char R = Scanner.GetQuotePair(L);
-        const bool CaseSensitive = Parser->GetCaseSensitiveIdentifiers();
-        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
-        OrderBy.BeginUpdate();
-        for (int I = 0; I < OrderBy.Count(); ++I) {
-            std::string Entry = OrderBy.Get(I);
-            const std::string TablePart = ExtractTableName(Entry, L, R);
-            if (Trim(ExtractFieldName(Entry, L, R)).empty() || TablePart.empty())
-                continue;
-            // An entry qualified by another table's alias stays, even if it spells the old one.
-            bool OtherTable = false;
-            for (int T = 0; Tables && T < Tables->Count() && !OtherTable; ++T)
-                OtherTable = Tables->Items(T) != this && SameIdentifier(TablePart, Tables->Items(T)->Alias);
-            if (OtherTable || !SameIdentifier(TablePart, Old))
-                continue;
-            const int Pos = ZvPos(TablePart, Entry, CaseSensitive);
-            if (Pos > 0) {
-                Entry.replace(static_cast<std::size_t>(Pos - 1), TablePart.size(), ProcessAlias(Value));
-                OrderBy.Put(I, Entry);
-            }
-        }
-        OrderBy.EndUpdate();
-    }
+    TZvSelectParser* Parser = GetParser();
+    if (Parser && Parser->GetOrderByItems().Count() > 0)
+        RequalifyOrderBy(*Parser, Old, Value);
     StoreAlias(Value);
+}
+
+// The ORDER BY entries qualified by this table's alias Old are qualified by Value instead.
+void TZvTableDef::RequalifyOrderBy(TZvSelectParser& Parser, std::string_view Old, std::string_view Value) {
+    const TZvTableDefs* Tables = GetTableDefs();
+    TZvSQLScanner& Scanner = Parser.GetScanner();
+    const char L = Scanner.GetIdentQuote();
+    const char R = Scanner.GetQuotePair(L);
+    const bool CaseSensitive = Parser.GetCaseSensitiveIdentifiers();
+    TZvOrderByItems& OrderBy = Parser.GetOrderByItems();
+    OrderBy.BeginUpdate();
+    for (int I = 0; I < OrderBy.Count(); ++I) {
+        std::string Entry = OrderBy.Get(I);
+        const std::string TablePart = ExtractTableName(Entry, L, R);
+        if (Trim(ExtractFieldName(Entry, L, R)).empty() || TablePart.empty())
+            continue;
+        // An entry qualified by another table's alias stays, even if it spells the old one.
+        bool OtherTable = false;
+        for (int T = 0; Tables && T < Tables->Count() && !OtherTable; ++T)
+            OtherTable = Tables->Items(T) != this && SameIdentifier(TablePart, Tables->Items(T)->Alias);
+        if (OtherTable || !SameIdentifier(TablePart, Old))
+            continue;
+        const int Pos = ZvPos(TablePart, Entry, CaseSensitive);
+        if (Pos > 0) {
+            Entry.replace(static_cast<std::size_t>(Pos - 1), TablePart.size(), ProcessAlias(Value));
+            OrderBy.Put(I, Entry);
+        }
+    }
+    OrderBy.EndUpdate();
 }
 
 void TZvTableDef::StoreAlias(std::string_view Value) {
     if (TZvTableDefs* Tables = GetTableDefs())
         Tables->TableAliasChanged(*this, Alias, Value);
-    Alias = std::string(Value);
+    Alias.assign(Value);
 }
 
 void TZvTableDef::SetName(std::string_view Value) {
@@ -99,7 +105,7 @@ void TZvTableDef::SetName(std::string_view Value) {
 void TZvTableDef::StoreName(std::string_view Value) {
     if (TZvTableDefs* Tables = GetTableDefs())
         Tables->TableNameChanged(*this, Name, Value);
-    Name = std::string(Value);
+    Name.assign(Value);
 }
 
 TZvFieldDefs& TZvTableDef::GetFieldDefs() const {
@@ -378,20 +384,20 @@ void TZvTableDefs::UpdateFieldAliases() {
             continue;
         // The fields of this table by alias, in index order, so that "the first field whose alias
         // is this name" costs a hash look-up instead of a scan of the table.
-        std::unordered_map<std::string, std::vector<int>> ByAlias;
+        TZvIdentMap<std::vector<int>> ByAlias = MakeIdentMap<std::vector<int>>(Exact);
         for (int F = 0; F < Fields.Count(); ++F)
-            ByAlias[AliasKey(Fields.Items(F)->GetAlias(), Exact)].push_back(F);
+            IdentEntry(ByAlias, Fields.Items(F)->GetAlias()).push_back(F);
         for (int F = 0; F < Fields.Count(); ++F) {
             TZvFieldDef* Field = Fields.Items(F);
-            const auto Found = ByAlias.find(AliasKey(Field->GetName(), Exact));
+            const auto Found = ByAlias.find(Field->GetName());
             if (Found == ByAlias.end() || Found->second.empty() || Found->second.front() == F)
                 continue;
             const std::string NewAlias = Field->GetKind() == fkIdentifier
                                              ? GetUniqueAlias(Field->GetName(), true)
                                              : GetUniqueAlias("FIELD_", true);
-            std::vector<int>& Old = ByAlias[AliasKey(Field->GetAlias(), Exact)];
+            std::vector<int>& Old = IdentEntry(ByAlias, Field->GetAlias());
             Old.erase(std::find(Old.begin(), Old.end(), F));
-            std::vector<int>& New = ByAlias[AliasKey(NewAlias, Exact)];
+            std::vector<int>& New = IdentEntry(ByAlias, NewAlias);
             New.insert(std::lower_bound(New.begin(), New.end(), F), F);
             Field->SetAlias(NewAlias);
         }
@@ -452,23 +458,15 @@ bool TZvTableDefs::CaseSensitive() const {
     return !(Parser && !Parser->GetCaseSensitiveIdentifiers());
 }
 
-bool TZvTableDefs::SameIdentifierAs(bool Exact, std::string_view A, std::string_view B) {
-    return Exact ? A == B : SameText(A, B);
-}
-
-std::string TZvTableDefs::AliasKey(std::string_view Alias, bool Exact) const {
-    return Exact ? std::string(Alias) : UpperCase(Alias);
-}
-
 void TZvTableDefs::AliasAdded(std::string_view Alias) {
     if (AliasIndexValid)
-        ++AliasUse[AliasKey(Alias, AliasIndexCaseSensitive)];
+        ++IdentEntry(AliasUse, Alias);
 }
 
 void TZvTableDefs::AliasRemoved(std::string_view Alias) {
     if (!AliasIndexValid)
         return;
-    const auto Found = AliasUse.find(AliasKey(Alias, AliasIndexCaseSensitive));
+    const auto Found = AliasUse.find(Alias);
     if (Found != AliasUse.end() && --Found->second <= 0)
         AliasUse.erase(Found);
 }
@@ -478,13 +476,13 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
     // the rule from settings that do not announce their changes.
     const bool Exact = CaseSensitive();
     if (!AliasIndexValid || AliasIndexCaseSensitive != Exact) {
-        AliasUse.clear();
+        AliasUse = MakeIdentMap<int>(Exact);
         AliasIndexCaseSensitive = Exact;
         for (const TZvFieldDef* Field : Positions)
-            ++AliasUse[AliasKey(Field->GetAlias(), Exact)];
+            ++IdentEntry(AliasUse, Field->GetAlias());
         AliasIndexValid = true;
     }
-    return AliasUse.count(AliasKey(Alias, Exact)) > 0;
+    return AliasUse.contains(Alias);
 }
 
 // Table index -----------------------------------------------------------------------------------
@@ -494,33 +492,31 @@ TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key
     // per statement (most statements name one to four tables).
     constexpr int WalkedTables = 8;
     if (Count() <= WalkedTables && !TableIndexUsable()) {
-        const bool Exact = CaseSensitive();
+        const TZvIdentEqual Same{CaseSensitive()};
         for (int T = 0; T < Count(); ++T)
-            if (SameIdentifierAs(Exact, (Items(T)->*Key)(), S))
+            if (Same((Items(T)->*Key)(), S))
                 return Items(T);
         return nullptr;
     }
     if (!TableIndexUsable()) {
         const bool Exact = CaseSensitive();
-        TableByAlias.clear();
-        TableByName.clear();
+        TableByAlias = MakeIdentMap<TZvTableKeyEntry>(Exact);
+        TableByName = MakeIdentMap<TZvTableKeyEntry>(Exact);
         for (int T = 0; T < Count(); ++T) {
-            IndexTable(TableByAlias, AliasKey(Items(T)->GetAlias(), Exact), T);
-            IndexTable(TableByName, AliasKey(Items(T)->GetName(), Exact), T);
+            IndexTable(TableByAlias, Items(T)->GetAlias(), T);
+            IndexTable(TableByName, Items(T)->GetName(), T);
         }
         TableIndexCaseSensitive = Exact;
         TableIndexValid = true;
     }
-    const auto Found = Index.find(AliasKey(S, TableIndexCaseSensitive));
+    const auto Found = Index.find(S);
     return Found == Index.end() ? nullptr : Items(Found->second.First);
 }
 
-void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string Key, int At) {
-    const auto [Entry, Added] = Index.try_emplace(std::move(Key), TZvTableKeyEntry{At, 1});
-    if (Added)
-        return;
-    ++Entry->second.Tables;
-    Entry->second.First = std::min(Entry->second.First, At);
+void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At) {
+    TZvTableKeyEntry& Entry = IdentEntry(Index, Key);
+    ++Entry.Tables;
+    Entry.First = std::min(Entry.First, At);
 }
 
 bool TZvTableDefs::TableIndexUsable() const {
@@ -532,8 +528,8 @@ void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
     if (!TableIndexUsable())
         return;
     const auto* Table = static_cast<const TZvTableDef*>(Item);
-    IndexTable(TableByAlias, AliasKey(Table->GetAlias(), TableIndexCaseSensitive), Item->GetIndex());
-    IndexTable(TableByName, AliasKey(Table->GetName(), TableIndexCaseSensitive), Item->GetIndex());
+    IndexTable(TableByAlias, Table->GetAlias(), Item->GetIndex());
+    IndexTable(TableByName, Table->GetName(), Item->GetIndex());
 }
 
 void TZvTableDefs::ItemsMoved() {
@@ -556,22 +552,20 @@ void TZvTableDefs::TableNameChanged(const TZvTableDef& Table, std::string_view O
 
 void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                                    std::string_view New) {
-    const bool Exact = TableIndexCaseSensitive;
-    const std::string OldKey = AliasKey(Old, Exact);
-    std::string NewKey = AliasKey(New, Exact);
-    if (OldKey == NewKey)
+    const TZvIdentEqual Same = Index.key_eq();
+    if (Same(Old, New))
         return;
     // When the table at At was the first of several with the old key, the next one takes over.
-    const auto Leaving = Index.find(OldKey);
+    const auto Leaving = Index.find(Old);
     if (Leaving != Index.end() && --Leaving->second.Tables == 0) {
         Index.erase(Leaving);
     } else if (Leaving != Index.end() && Leaving->second.First == At) {
         int Next = At + 1;
-        while (AliasKey((Items(Next)->*Key)(), Exact) != OldKey)
+        while (!Same((Items(Next)->*Key)(), Old))
             ++Next;
         Leaving->second.First = Next;
     }
-    IndexTable(Index, std::move(NewKey), At);
+    IndexTable(Index, New, At);
 }
 
 // Join index ------------------------------------------------------------------------------------
@@ -586,12 +580,12 @@ bool TZvTableDefs::WalksJoins() const {
 template <class TVisit>
 bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const {
     if (WalksJoins()) {
-        const bool Exact = CaseSensitive();
+        const TZvIdentEqual Same{CaseSensitive()};
         for (int T = 0; T < Count(); ++T) {
             // A table that never had a join is passed by, rather than given an empty list.
             const TZvJoinDefs* Joins = Items(T)->FindJoinDefs();
             for (int J = 0; Joins && J < Joins->Count(); ++J)
-                if (SameIdentifierAs(Exact, Joins->Items(J)->GetTableAlias(), Alias) && Visit(*Joins->Items(J)))
+                if (Same(Joins->Items(J)->GetTableAlias(), Alias) && Visit(*Joins->Items(J)))
                     return true;
         }
         return false;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -93,6 +94,7 @@ protected:
 
 private:
     std::string ParamLiteral(const TZvFieldDef& Field) const;
+    void RequalifyOrderBy(TZvSelectParser& Parser, std::string_view Old, std::string_view Value);
     // Stores Value as the alias and keeps the list's alias look-up in step; rewrites no reference.
     void StoreAlias(std::string_view Value);
     // Stores Value as the name and keeps the list's name look-up in step.
@@ -186,13 +188,10 @@ private:
     void TakeOverPosition(TZvFieldDef* Field, TZvFieldDef* Old);
 
     // The alias index: how many fields carry each alias, keyed as SameIdentifier compares.
-    std::string AliasKey(std::string_view Alias, bool CaseSensitive) const;
     void AliasAdded(std::string_view Alias);
     void AliasRemoved(std::string_view Alias);
     bool IsAliasInUse(std::string_view Alias);
     bool CaseSensitive() const;
-    // SameIdentifier with the case rule asked once by a walk rather than once per comparison.
-    static bool SameIdentifierAs(bool Exact, std::string_view A, std::string_view B);
 
     // Removes Fields (of any tables) in one pass: positions, alias index, ORDER BY entries equal
     // to their aliases (in the given order), then the fields themselves.
@@ -204,10 +203,10 @@ private:
     // a scan. Built on first use; kept in step with appends, alias and name changes, dropped on
     // other moves.
     struct TZvTableKeyEntry {
-        int First;  // index of the first table with the key
-        int Tables; // how many tables have it
+        int First = std::numeric_limits<int>::max(); // index of the first table with the key
+        int Tables = 0;                              // how many tables have it
     };
-    using TZvTableKeyIndex = std::unordered_map<std::string, TZvTableKeyEntry>;
+    using TZvTableKeyIndex = TZvIdentMap<TZvTableKeyEntry>;
     using TZvTableKey = const std::string& (TZvTableDef::*)() const;
     void ItemAppended(TZvCollectionItem* Item) override;
     void ItemsMoved() override;
@@ -216,7 +215,7 @@ private:
     void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                          std::string_view New);
     TZvTableDef* FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const;
-    static void IndexTable(TZvTableKeyIndex& Index, std::string Key, int At);
+    static void IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At);
     bool TableIndexUsable() const;
 
     std::vector<TZvFieldDef*> Positions;
@@ -225,7 +224,7 @@ private:
     mutable TZvTableKeyIndex TableByName;
     mutable bool TableIndexValid = false;
     mutable bool TableIndexCaseSensitive = false;
-    std::unordered_map<std::string, int> AliasUse;
+    TZvIdentMap<int> AliasUse;
     bool AliasIndexValid = false;
     bool AliasIndexCaseSensitive = false;
 };
