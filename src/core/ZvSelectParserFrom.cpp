@@ -3,8 +3,6 @@
 #include "ZvSelectParser.h"
 
 #include <optional>
-#include <unordered_set>
-#include <vector>
 
 #include "ZvErrors.h"
 #include "ZvJoinDefs.h"
@@ -45,7 +43,8 @@ bool TZvSelectParser::IsJoinDef(std::string_view Token) {
     // Every word that starts a join has four or five letters and begins with I, L, R, F or J; no
     // other token is compared word by word.
     constexpr std::string_view Initials = "ILRFJ";
-    if ((Token.size() != 4 && Token.size() != 5) || Initials.find(UpCase(Token.front())) == std::string_view::npos)
+    if ((Token.size() != 4 && Token.size() != 5) ||
+        Initials.find(UpCase(Token.front())) == std::string_view::npos)
         return false;
     for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
         if (SameText(Token, Word))
@@ -171,7 +170,7 @@ bool TZvSelectParser::IsCrossJoinAhead() {
 // entry is added. Either way it becomes the current left-hand table of the join reader. Procedure
 // holds a stored procedure's name, alias and parameters; null for a table.
 void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& Alias,
-                                   const TZvTableDef* Procedure) {
+                                    const TZvTableDef* Procedure) {
     TZvTableDefs& Tables = GetTableDefs();
     TZvTableDef* Table = Alias.empty() ? Tables.FindByName(Name) : FindTableByReference(Alias);
     if (Table != nullptr) {
@@ -370,35 +369,12 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
     // Held by the table it names, the join would close a circle of joins: each table of a circle
     // is joined by another, so none of them starts a chain in FROM and all would vanish from the
     // statement. The other table holds it instead, the condition read the other way round.
-    if (JoinsReach(Swap ? *LeftTable : *RightTable, Swap ? *RightTable : *LeftTable))
+    if (GetTableDefs().JoinsLeadTo(Swap ? *LeftTable : *RightTable, Swap ? *RightTable : *LeftTable))
         Swap = !Swap;
     if (Swap)
         AddJoin(*RightTable, Right, Left, LeftTable, MirroredComparison(Operator), false);
     else
         AddJoin(*LeftTable, Left, Right, RightTable, Operator, false);
-}
-
-// Whether From's joins lead to To, directly or through the joins of the tables they join. A
-// table that a new join makes joined seldom joins others yet: then nothing is walked at all.
-bool TZvSelectParser::JoinsReach(const TZvTableDef& From, const TZvTableDef& To) {
-    const TZvJoinDefs* FromJoins = From.FindJoinDefs();
-    if (FromJoins == nullptr || FromJoins->Count() == 0)
-        return false;
-    const TZvTableDefs& Tables = GetTableDefs();
-    std::vector<const TZvTableDef*> Pending{&From};
-    std::unordered_set<const TZvTableDef*> Seen{&From};
-    while (!Pending.empty()) {
-        const TZvJoinDefs* Joins = Pending.back()->FindJoinDefs();
-        Pending.pop_back();
-        for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
-            const TZvTableDef* Target = Tables.FindByAlias(Joins->Items(J)->GetTableAlias());
-            if (Target == &To)
-                return true;
-            if (Target != nullptr && Seen.insert(Target).second)
-                Pending.push_back(Target);
-        }
-    }
-    return false;
 }
 
 // Target is null for a join against a constant, whose far side is then the constant's text and

@@ -355,6 +355,61 @@ bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
     return AnyJoinNaming(Table->GetAlias(), [&](TZvJoinDef& Join) { return MakesJoined(Join, *Table); });
 }
 
+// Searched from both ends at once, a table a step each: from From along its joins and from To back
+// along the joins that lead to it, until the two meet or one side runs out. A long chain behind
+// one of the two tables then costs no more than what stands behind the other, and a table that a
+// new join makes joined, which has no joins of its own yet, costs nothing.
+bool TZvTableDefs::JoinsLeadTo(const TZvTableDef& From, const TZvTableDef& To) const {
+    const TZvJoinDefs* FromJoins = From.FindJoinDefs();
+    if (FromJoins == nullptr || FromJoins->Count() == 0)
+        return false;
+    std::vector<const TZvTableDef*> Ahead{&From};
+    std::vector<const TZvTableDef*> Behind{&To};
+    TZvTableSet Reached{&From};
+    TZvTableSet Reaching{&To};
+    while (!Ahead.empty() && !Behind.empty()) {
+        if (StepAlongJoins(Ahead, Reached, Reaching) || StepBackAlongJoins(Behind, Reaching, Reached))
+            return true;
+    }
+    return false;
+}
+
+bool TZvTableDefs::StepAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                                  const TZvTableSet& Other) const {
+    const TZvJoinDefs* Joins = Pending.back()->FindJoinDefs();
+    Pending.pop_back();
+    for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
+        const TZvTableDef* Target = FindByAlias(Joins->Items(J)->GetTableAlias());
+        if (Target == nullptr)
+            continue;
+        if (Other.count(Target) > 0)
+            return true;
+        if (Seen.insert(Target).second)
+            Pending.push_back(Target);
+    }
+    return false;
+}
+
+bool TZvTableDefs::StepBackAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                                      const TZvTableSet& Other) const {
+    const TZvTableDef* Table = Pending.back();
+    Pending.pop_back();
+    // A join leads to the first table with its target alias: a later table of that alias has none
+    // leading to it.
+    if (FindByAlias(Table->GetAlias()) != Table)
+        return false;
+    return AnyJoinNaming(Table->GetAlias(), [&](const TZvJoinDef& Join) {
+        const TZvTableDef* Owner = Join.GetTableDef();
+        if (Owner == nullptr)
+            return false;
+        if (Other.count(Owner) > 0)
+            return true;
+        if (Seen.insert(Owner).second)
+            Pending.push_back(Owner);
+        return false;
+    });
+}
+
 // A join that targets its own table compares two columns of that one table: the table is then
 // written in the FROM list as any other, or it would be in nobody's chain and vanish from the
 // statement. Only a join held by another table makes its target joined.

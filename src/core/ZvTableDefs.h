@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "ZvCollection.h"
@@ -138,6 +139,9 @@ public:
     std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
     // True when some join of another table makes Table joined (see MakesJoined).
     bool IsTableJoined(const TZvTableDef* Table) const;
+    // Whether From's joins lead to To, directly or through the joins of the tables they join (a
+    // join leads to the table FindByAlias finds for its target).
+    bool JoinsLeadTo(const TZvTableDef& From, const TZvTableDef& To) const;
     // Drops the joins whose target is found neither by alias nor by name.
     void UpdateJoins();
     // Re-points the joins whose target alias is OldAlias to NewAlias.
@@ -172,6 +176,14 @@ private:
     bool AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const;
     // Whether a few tables are better walked than indexed (most statements name one to four).
     bool WalksJoins() const;
+    // One step of each side of JoinsLeadTo: the next table of Pending passes its neighbours (the
+    // tables its joins lead to; the tables whose joins lead to it) into Pending and Seen. True as
+    // soon as a neighbour is one the other side has seen.
+    using TZvTableSet = std::unordered_set<const TZvTableDef*>;
+    bool StepAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                        const TZvTableSet& Other) const;
+    bool StepBackAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                            const TZvTableSet& Other) const;
     // The join index, built first when it was dropped or the case rule changed since.
     TZvJoinTargetIndex& JoinTargets() const;
     void JoinAppended(TZvJoinDef& Join);
