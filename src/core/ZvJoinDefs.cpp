@@ -228,10 +228,6 @@ std::size_t TZvIdentHash::operator()(std::string_view S) const {
     return static_cast<std::size_t>(Hash);
 }
 
-bool TZvIdentEqual::operator()(std::string_view A, std::string_view B) const {
-    return Exact ? A == B : SameText(A, B);
-}
-
 // ---- TZvJoinTargetIndex ---------------------------------------------------------------------
 
 void TZvJoinTargetIndex::Reset(bool CaseSensitive) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ZvCollection.h"
+#include "ZvUtils.h"
 
 namespace zv {
 
@@ -133,7 +134,9 @@ struct TZvIdentHash {
 struct TZvIdentEqual {
     using is_transparent = void;
     bool Exact = true;
-    bool operator()(std::string_view A, std::string_view B) const;
+    bool operator()(std::string_view A, std::string_view B) const {
+        return A.size() == B.size() && (Exact ? A == B : SameText(A, B));
+    }
 };
 template <class TValue>
 using TZvIdentMap = std::unordered_map<std::string, TValue, TZvIdentHash, TZvIdentEqual>;

@@ -282,9 +282,11 @@ void TZvSelectParser::DoParseJoinDef() {
 // The join's keywords up to and including "JOIN"; false (with the state ssError) when they are
 // not a join.
 bool TZvSelectParser::ReadJoinKeywords() {
-    LastJoinKind = zvjInnerJoin;
-    if (TokenIs("LEFT") || TokenIs("RIGHT") || TokenIs("FULL")) {
-        LastJoinKind = TokenIs("LEFT") ? zvjLOuterJoin : TokenIs("RIGHT") ? zvjROuterJoin : zvjFOuterJoin;
+    LastJoinKind = TokenIs("LEFT")    ? zvjLOuterJoin
+                   : TokenIs("RIGHT") ? zvjROuterJoin
+                   : TokenIs("FULL")  ? zvjFOuterJoin
+                                      : zvjInnerJoin;
+    if (LastJoinKind != zvjInnerJoin) {
         NextToken();
         if (TokenIs("OUTER"))
             NextToken();

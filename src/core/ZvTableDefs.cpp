@@ -324,11 +324,11 @@ void TZvTableDefs::EndUpdate() {
 }
 
 TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
-    return FindIn(TableByAlias, &TZvTableDef::GetAlias, S);
+    return FindIn<&TZvTableDef::GetAlias>(TableByAlias, S);
 }
 
 TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
-    return FindIn(TableByName, &TZvTableDef::GetName, S);
+    return FindIn<&TZvTableDef::GetName>(TableByName, S);
 }
 
 TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
@@ -542,7 +542,9 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
 
 // Table index -----------------------------------------------------------------------------------
 
-TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const {
+// The key's reader is a template argument, so that the walk reads the alias or name in place.
+template <TZvTableDefs::TZvTableKey Key>
+TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_view S) const {
     // A few tables are found faster by a walk than through an index that has to be built and kept
     // per statement (most statements name one to four tables).
     constexpr int WalkedTables = 8;

@@ -226,7 +226,8 @@ private:
     void TableNameChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New);
     void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                          std::string_view New);
-    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const;
+    template <TZvTableKey Key>
+    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, std::string_view S) const;
     static void IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At);
     bool TableIndexUsable() const;
 
