@@ -216,10 +216,22 @@ std::string TZvJoinDefs::GetScript() const {
     return Text;
 }
 
+// ---- identifier keys ------------------------------------------------------------------------
+
+std::size_t TZvIdentHash::operator()(std::string_view S) const {
+    // FNV-1a over the upper-cased bytes.
+    std::uint64_t Hash = 14695981039346656037ULL;
+    for (const char C : S) {
+        Hash ^= static_cast<unsigned char>(UpCase(C));
+        Hash *= 1099511628211ULL;
+    }
+    return static_cast<std::size_t>(Hash);
+}
+
 // ---- TZvJoinTargetIndex ---------------------------------------------------------------------
 
 void TZvJoinTargetIndex::Reset(bool CaseSensitive) {
-    Joins.clear();
+    Joins = MakeIdentMap<std::vector<TZvJoinDef*>>(CaseSensitive);
     Exact = CaseSensitive;
     Valid = true;
 }
@@ -230,12 +242,14 @@ void TZvJoinTargetIndex::Invalidate() {
 }
 
 void TZvJoinTargetIndex::Add(TZvJoinDef* Join, std::string_view Alias) {
-    Joins[Key(Alias)].push_back(Join);
+    IdentEntry(Joins, Alias).push_back(Join);
 }
 
 void TZvJoinTargetIndex::Remove(const TZvJoinDef* Join, std::string_view Alias) {
-    const auto Found = Joins.find(Key(Alias));
+    const auto Found = Joins.find(Alias);
     assert(Found != Joins.end() && "a join left the index under a target it was not filed under");
+    if (Found == Joins.end())
+        return;
     std::vector<TZvJoinDef*>& Naming = Found->second;
     Naming.erase(std::find(Naming.begin(), Naming.end(), Join));
     if (Naming.empty())
@@ -244,12 +258,8 @@ void TZvJoinTargetIndex::Remove(const TZvJoinDef* Join, std::string_view Alias) 
 
 const std::vector<TZvJoinDef*>& TZvJoinTargetIndex::Naming(std::string_view Alias) const {
     static const std::vector<TZvJoinDef*> None;
-    const auto Found = Joins.find(Key(Alias));
+    const auto Found = Joins.find(Alias);
     return Found == Joins.end() ? None : Found->second;
-}
-
-std::string TZvJoinTargetIndex::Key(std::string_view Alias) const {
-    return Exact ? std::string(Alias) : UpperCase(Alias);
 }
 
 } // namespace zv

@@ -3,6 +3,7 @@
 // look-ups and clean-up, and the text of one join as it stands in the FROM clause.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "ZvCollection.h"
+#include "ZvUtils.h"
 
 namespace zv {
 
@@ -122,6 +124,38 @@ private:
     TZvTableDef* TableDef;
 };
 
+// Hash and equality of identifiers under one case rule (SameIdentifier's), for the model's look-up
+// tables: a key is kept as written and a question is asked with a view, so that no folded copy of
+// a name is made per look-up. The hash folds case under either rule; only the equality carries it.
+struct TZvIdentHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view S) const;
+};
+struct TZvIdentEqual {
+    using is_transparent = void;
+    bool Exact = true;
+    bool operator()(std::string_view A, std::string_view B) const {
+        return A.size() == B.size() && (Exact ? A == B : SameText(A, B));
+    }
+};
+template <class TValue>
+using TZvIdentMap = std::unordered_map<std::string, TValue, TZvIdentHash, TZvIdentEqual>;
+
+// An empty map whose keys compare exactly (Exact) or without case.
+template <class TValue>
+TZvIdentMap<TValue> MakeIdentMap(bool Exact) {
+    return TZvIdentMap<TValue>(0, TZvIdentHash{}, TZvIdentEqual{Exact});
+}
+
+// The value under Key, made first (value-initialised) when Key is new.
+template <class TValue>
+TValue& IdentEntry(TZvIdentMap<TValue>& Map, std::string_view Key) {
+    auto Found = Map.find(Key);
+    if (Found == Map.end())
+        Found = Map.emplace(std::string(Key), TValue{}).first;
+    return Found->second;
+}
+
 // The joins of a statement by the key of their target alias (the alias itself, or upper-cased
 // where names compare without case), so that "which joins name this table" is one look-up rather
 // than a walk through every join of every table, which made renaming and writing N tables cost
@@ -139,9 +173,7 @@ public:
     const std::vector<TZvJoinDef*>& Naming(std::string_view Alias) const;
 
 private:
-    std::string Key(std::string_view Alias) const;
-
-    std::unordered_map<std::string, std::vector<TZvJoinDef*>> Joins;
+    TZvIdentMap<std::vector<TZvJoinDef*>> Joins;
     bool Valid = false;
     bool Exact = true;
 };

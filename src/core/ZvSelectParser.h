@@ -277,11 +277,10 @@ private:
     bool NextTokenIs(std::string_view Word);
     std::string ReadListItem();
     bool IsCrossJoinAhead();
-    void MergeTableDef(const TZvTableDef& Scratch);
+    void MergeTableDef(const std::string& Name, const std::string& Alias, const TZvTableDef* Procedure);
     bool ReadJoinKeywords();
     std::string ReadJoinOperand(TZvFunctionDef& Operand);
     TZvTableDef* FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef);
-    bool JoinsReach(const TZvTableDef& From, const TZvTableDef& To);
     void PlaceJoin(const TZvFunctionDef& Left, const std::string& LeftRef, const TZvFunctionDef& Right,
                    const std::string& RightRef, const std::string& Operator);
     void AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,

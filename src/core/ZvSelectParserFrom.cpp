@@ -2,8 +2,7 @@
 // parameters, CROSS JOIN) and joins with their ON conditions, placed on the table that holds them.
 #include "ZvSelectParser.h"
 
-#include <unordered_set>
-#include <vector>
+#include <optional>
 
 #include "ZvErrors.h"
 #include "ZvJoinDefs.h"
@@ -25,9 +24,28 @@ std::string MirroredComparison(const std::string& Operator) {
     return Operator;
 }
 
+// Whether a join operand writes any text. A column of a table of the statement is written as its
+// name, which quoting never empties when it begins with a letter, digit or underscore (no quote
+// character is one); only other operands are written to find out.
+bool WritesOperand(const TZvFunctionDef& Operand, const TZvTableDef* Table) {
+    const std::string& Name = Operand.GetName();
+    const char First = Name.empty() ? '\0' : Name.front();
+    const bool Plain = (First >= 'A' && First <= 'Z') || (First >= 'a' && First <= 'z') ||
+                       (First >= '0' && First <= '9') || First == '_';
+    if (Table != nullptr && Plain)
+        return true;
+    return !Operand.GetScript().empty();
+}
+
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
+    // Every word that starts a join has four or five letters and begins with I, L, R, F or J; no
+    // other token is compared word by word.
+    constexpr std::string_view Initials = "ILRFJ";
+    if ((Token.size() != 4 && Token.size() != 5) ||
+        Initials.find(UpCase(Token.front())) == std::string_view::npos)
+        return false;
     for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
         if (SameText(Token, Word))
             return true;
@@ -83,54 +101,60 @@ std::string TZvSelectParser::QuotedTableName() {
 }
 
 void TZvSelectParser::DoParseTableDef() {
-    TZvTableDef Scratch;
-    Scratch.SetParser(this);
     // An empty quoted name ("" or '') names no table, and an empty name is written as no text.
     if (GetScanner().Token.empty()) {
         Fail();
         return;
     }
-    Scratch.SetName(QuotedTableName());
-    NextToken();
     // owner.table and longer qualified names are one name.
-    std::string Name = Scratch.GetName();
+    std::string Name = QuotedTableName();
+    NextToken();
     while (TokenIs(".")) {
         NextToken();
         if (!TokenHas(tkIdent)) {
             Fail();
             return;
         }
-        Name += "." + QuotedTableName();
+        Name += '.';
+        Name += QuotedTableName();
         NextToken();
     }
-    Scratch.SetName(Name);
     if (!(TokenIs(",") || TokenIs("(") || AtEnd() || TokenHas(tkKeyword) || TokenHas(tkIdent))) {
         Fail();
         return;
     }
+    // A stored procedure's parameters are read into a table of its own, merged like its fields.
+    std::optional<TZvTableDef> Procedure;
     if (TokenIs("(")) {
         if (!GetEnableStoredProc()) {
             Fail();
             return;
         }
         NextToken();
-        Scratch.SetTableType(qttStoredProc);
-        DoParseProcParams(Scratch);
+        Procedure.emplace();
+        Procedure->SetParser(this);
+        Procedure->SetName(Name);
+        Procedure->SetTableType(qttStoredProc);
+        DoParseProcParams(*Procedure);
         if (State == ssError)
             return;
         NextToken();
     }
     if (TokenIs("AS"))
         NextToken();
+    // Without an alias, the entry is named by its name.
+    std::string Alias = Name;
     if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
         if (GetScanner().Token.empty()) {
             Fail();
             return;
         }
-        Scratch.SetAlias(TokenAlias());
+        Alias = TokenAlias();
         NextToken();
+        if (Procedure)
+            Procedure->SetAlias(Alias);
     }
-    MergeTableDef(Scratch);
+    MergeTableDef(Name, Alias, Procedure ? &*Procedure : nullptr);
     // A cross join is one more entry of the FROM list, like a comma, with no join.
     if (IsCrossJoinAhead()) {
         NextToken();
@@ -143,22 +167,28 @@ bool TZvSelectParser::IsCrossJoinAhead() {
 }
 
 // An entry named earlier by a qualified column of the field list is completed; otherwise the
-// entry is added. Either way it becomes the current left-hand table of the join reader.
-void TZvSelectParser::MergeTableDef(const TZvTableDef& Scratch) {
+// entry is added. Either way it becomes the current left-hand table of the join reader. Procedure
+// holds a stored procedure's name, alias and parameters; null for a table.
+void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& Alias,
+                                    const TZvTableDef* Procedure) {
     TZvTableDefs& Tables = GetTableDefs();
-    TZvTableDef* Table = Scratch.GetAlias().empty() ? Tables.FindByName(Scratch.GetName())
-                                                    : FindTableByReference(Scratch.GetAlias());
+    TZvTableDef* Table = Alias.empty() ? Tables.FindByName(Name) : FindTableByReference(Alias);
     if (Table != nullptr) {
-        TZvFieldDefs& Fields = Table->GetFieldDefs();
-        const TZvFieldDefs& NewFields = Scratch.GetFieldDefs();
-        for (int I = 0; I < NewFields.Count(); ++I)
-            Fields.Add()->Assign(*NewFields.Items(I));
-        Table->SetTableType(Scratch.GetTableType());
-        Table->SetName(Scratch.GetName());
-        Table->SetAlias(Scratch.GetAlias());
+        if (Procedure != nullptr) {
+            TZvFieldDefs& Fields = Table->GetFieldDefs();
+            const TZvFieldDefs& NewFields = Procedure->GetFieldDefs();
+            for (int I = 0; I < NewFields.Count(); ++I)
+                Fields.Add()->Assign(*NewFields.Items(I));
+        }
+        Table->SetTableType(Procedure != nullptr ? qttStoredProc : qttTable);
+        Table->SetName(Name);
+        Table->SetAlias(Alias);
+    } else if (Procedure != nullptr) {
+        Table = Tables.Add();
+        Table->Assign(*Procedure);
     } else {
         Table = Tables.Add();
-        Table->Assign(Scratch);
+        Table->Define(Alias, Name, qttTable);
     }
     LeftHandTable = Table->GetPrefix();
     JoinedTable = Table;
@@ -252,9 +282,11 @@ void TZvSelectParser::DoParseJoinDef() {
 // The join's keywords up to and including "JOIN"; false (with the state ssError) when they are
 // not a join.
 bool TZvSelectParser::ReadJoinKeywords() {
-    LastJoinKind = zvjInnerJoin;
-    if (TokenIs("LEFT") || TokenIs("RIGHT") || TokenIs("FULL")) {
-        LastJoinKind = TokenIs("LEFT") ? zvjLOuterJoin : TokenIs("RIGHT") ? zvjROuterJoin : zvjFOuterJoin;
+    LastJoinKind = TokenIs("LEFT")    ? zvjLOuterJoin
+                   : TokenIs("RIGHT") ? zvjROuterJoin
+                   : TokenIs("FULL")  ? zvjFOuterJoin
+                                      : zvjInnerJoin;
+    if (LastJoinKind != zvjInnerJoin) {
         NextToken();
         if (TokenIs("OUTER"))
             NextToken();
@@ -305,7 +337,7 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
         Fail(zvpeInadmissibleJoin);
         return;
     }
-    if (!Admissible || Left.GetScript().empty() || Right.GetScript().empty()) {
+    if (!Admissible || !WritesOperand(Left, LeftTable) || !WritesOperand(Right, RightTable)) {
         Fail(zvpeInadmissibleJoin);
         return;
     }
@@ -339,32 +371,12 @@ void TZvSelectParser::PlaceJoin(const TZvFunctionDef& Left, const std::string& L
     // Held by the table it names, the join would close a circle of joins: each table of a circle
     // is joined by another, so none of them starts a chain in FROM and all would vanish from the
     // statement. The other table holds it instead, the condition read the other way round.
-    if (JoinsReach(Swap ? *LeftTable : *RightTable, Swap ? *RightTable : *LeftTable))
+    if (GetTableDefs().JoinsLeadTo(Swap ? *LeftTable : *RightTable, Swap ? *RightTable : *LeftTable))
         Swap = !Swap;
     if (Swap)
         AddJoin(*RightTable, Right, Left, LeftTable, MirroredComparison(Operator), false);
     else
         AddJoin(*LeftTable, Left, Right, RightTable, Operator, false);
-}
-
-// Whether From's joins lead to To, directly or through the joins of the tables they join. A
-// table that a new join makes joined seldom joins others yet, so the walk is short.
-bool TZvSelectParser::JoinsReach(const TZvTableDef& From, const TZvTableDef& To) {
-    const TZvTableDefs& Tables = GetTableDefs();
-    std::vector<const TZvTableDef*> Pending{&From};
-    std::unordered_set<const TZvTableDef*> Seen{&From};
-    while (!Pending.empty()) {
-        const TZvJoinDefs& Joins = Pending.back()->GetJoinDefs();
-        Pending.pop_back();
-        for (int J = 0; J < Joins.Count(); ++J) {
-            const TZvTableDef* Target = Tables.FindByAlias(Joins.Items(J)->GetTableAlias());
-            if (Target == &To)
-                return true;
-            if (Target != nullptr && Seen.insert(Target).second)
-                Pending.push_back(Target);
-        }
-    }
-    return false;
 }
 
 // Target is null for a join against a constant, whose far side is then the constant's text and

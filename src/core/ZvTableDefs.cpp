@@ -22,12 +22,16 @@ void TZvTableDef::Assign(const TZvCollectionItem& Source) {
     const auto* T = dynamic_cast<const TZvTableDef*>(&Source);
     if (!T || T == this)
         return;
-    // Values are copied as they are: copying a table is not renaming one, so no reference of
-    // the statement is rewritten.
-    StoreAlias(T->Alias);
     GetFieldDefs().Assign(T->GetFieldDefs());
-    StoreName(T->Name);
-    TableType = T->TableType;
+    Define(T->Alias, T->Name, T->TableType);
+}
+
+void TZvTableDef::Define(std::string_view AAlias, std::string_view AName, TZvTableDefType AType) {
+    // Values are taken as they are: copying a table is not renaming one, so no reference of the
+    // statement is rewritten.
+    StoreAlias(AAlias);
+    StoreName(AName);
+    TableType = AType;
 }
 
 void TZvTableDef::SetParser(TZvSelectParser* Value) {
@@ -41,43 +45,49 @@ void TZvTableDef::SetParser(TZvSelectParser* Value) {
 void TZvTableDef::SetAlias(std::string_view Value) {
     if (Alias == Value)
         return;
-    const std::string Old = Alias;
-    TZvTableDefs* Tables = GetTableDefs();
-    if (Tables)
+    // The old alias is read in place: it stays until StoreAlias below.
+    const std::string& Old = Alias;
+    if (TZvTableDefs* Tables = GetTableDefs())
         Tables->UpdateTableAlias(Old, Value);
-    if (TZvSelectParser* Parser = GetParser()) {
-        TZvSQLScanner& Scanner = Parser->GetScanner();
-        const char L = Scanner.GetIdentQuote();
-        const char R = Scanner.GetQuotePair(L);
-        const bool CaseSensitive = Parser->GetCaseSensitiveIdentifiers();
-        TZvOrderByItems& OrderBy = Parser->GetOrderByItems();
-        OrderBy.BeginUpdate();
-        for (int I = 0; I < OrderBy.Count(); ++I) {
-            std::string Entry = OrderBy.Get(I);
-            const std::string TablePart = ExtractTableName(Entry, L, R);
-            if (Trim(ExtractFieldName(Entry, L, R)).empty() || TablePart.empty())
-                continue;
-            // An entry qualified by another table's alias stays, even if it spells the old one.
-            bool OtherTable = false;
-            for (int T = 0; Tables && T < Tables->Count() && !OtherTable; ++T)
-                OtherTable = Tables->Items(T) != this && SameIdentifier(TablePart, Tables->Items(T)->Alias);
-            if (OtherTable || !SameIdentifier(TablePart, Old))
-                continue;
-            const int Pos = ZvPos(TablePart, Entry, CaseSensitive);
-            if (Pos > 0) {
-                Entry.replace(static_cast<std::size_t>(Pos - 1), TablePart.size(), ProcessAlias(Value));
-                OrderBy.Put(I, Entry);
-            }
-        }
-        OrderBy.EndUpdate();
-    }
+    TZvSelectParser* Parser = GetParser();
+    if (Parser && Parser->GetOrderByItems().Count() > 0)
+        RequalifyOrderBy(*Parser, Old, Value);
     StoreAlias(Value);
+}
+
+// The ORDER BY entries qualified by this table's alias Old are qualified by Value instead.
+void TZvTableDef::RequalifyOrderBy(TZvSelectParser& Parser, std::string_view Old, std::string_view Value) {
+    const TZvTableDefs* Tables = GetTableDefs();
+    TZvSQLScanner& Scanner = Parser.GetScanner();
+    const char L = Scanner.GetIdentQuote();
+    const char R = Scanner.GetQuotePair(L);
+    const bool CaseSensitive = Parser.GetCaseSensitiveIdentifiers();
+    TZvOrderByItems& OrderBy = Parser.GetOrderByItems();
+    OrderBy.BeginUpdate();
+    for (int I = 0; I < OrderBy.Count(); ++I) {
+        std::string Entry = OrderBy.Get(I);
+        const std::string TablePart = ExtractTableName(Entry, L, R);
+        if (Trim(ExtractFieldName(Entry, L, R)).empty() || TablePart.empty())
+            continue;
+        // An entry qualified by another table's alias stays, even if it spells the old one.
+        bool OtherTable = false;
+        for (int T = 0; Tables && T < Tables->Count() && !OtherTable; ++T)
+            OtherTable = Tables->Items(T) != this && SameIdentifier(TablePart, Tables->Items(T)->Alias);
+        if (OtherTable || !SameIdentifier(TablePart, Old))
+            continue;
+        const int Pos = ZvPos(TablePart, Entry, CaseSensitive);
+        if (Pos > 0) {
+            Entry.replace(static_cast<std::size_t>(Pos - 1), TablePart.size(), ProcessAlias(Value));
+            OrderBy.Put(I, Entry);
+        }
+    }
+    OrderBy.EndUpdate();
 }
 
 void TZvTableDef::StoreAlias(std::string_view Value) {
     if (TZvTableDefs* Tables = GetTableDefs())
         Tables->TableAliasChanged(*this, Alias, Value);
-    Alias = std::string(Value);
+    Alias.assign(Value);
 }
 
 void TZvTableDef::SetName(std::string_view Value) {
@@ -95,7 +105,7 @@ void TZvTableDef::SetName(std::string_view Value) {
 void TZvTableDef::StoreName(std::string_view Value) {
     if (TZvTableDefs* Tables = GetTableDefs())
         Tables->TableNameChanged(*this, Name, Value);
-    Name = std::string(Value);
+    Name.assign(Value);
 }
 
 TZvFieldDefs& TZvTableDef::GetFieldDefs() const {
@@ -314,11 +324,11 @@ void TZvTableDefs::EndUpdate() {
 }
 
 TZvTableDef* TZvTableDefs::FindByAlias(std::string_view S) const {
-    return FindIn(TableByAlias, &TZvTableDef::GetAlias, S);
+    return FindIn<&TZvTableDef::GetAlias>(TableByAlias, S);
 }
 
 TZvTableDef* TZvTableDefs::FindByName(std::string_view S) const {
-    return FindIn(TableByName, &TZvTableDef::GetName, S);
+    return FindIn<&TZvTableDef::GetName>(TableByName, S);
 }
 
 TZvFieldDef* TZvTableDefs::GetFieldDefs(int Index) const {
@@ -343,6 +353,61 @@ bool TZvTableDefs::IsTableJoined(const TZvTableDef* Table) const {
     if (!Table)
         return false;
     return AnyJoinNaming(Table->GetAlias(), [&](TZvJoinDef& Join) { return MakesJoined(Join, *Table); });
+}
+
+// Searched from both ends at once, a table a step each: from From along its joins and from To back
+// along the joins that lead to it, until the two meet or one side runs out. A long chain behind
+// one of the two tables then costs no more than what stands behind the other, and a table that a
+// new join makes joined, which has no joins of its own yet, costs nothing.
+bool TZvTableDefs::JoinsLeadTo(const TZvTableDef& From, const TZvTableDef& To) const {
+    const TZvJoinDefs* FromJoins = From.FindJoinDefs();
+    if (FromJoins == nullptr || FromJoins->Count() == 0)
+        return false;
+    std::vector<const TZvTableDef*> Ahead{&From};
+    std::vector<const TZvTableDef*> Behind{&To};
+    TZvTableSet Reached{&From};
+    TZvTableSet Reaching{&To};
+    while (!Ahead.empty() && !Behind.empty()) {
+        if (StepAlongJoins(Ahead, Reached, Reaching) || StepBackAlongJoins(Behind, Reaching, Reached))
+            return true;
+    }
+    return false;
+}
+
+bool TZvTableDefs::StepAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                                  const TZvTableSet& Other) const {
+    const TZvJoinDefs* Joins = Pending.back()->FindJoinDefs();
+    Pending.pop_back();
+    for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
+        const TZvTableDef* Target = FindByAlias(Joins->Items(J)->GetTableAlias());
+        if (Target == nullptr)
+            continue;
+        if (Other.count(Target) > 0)
+            return true;
+        if (Seen.insert(Target).second)
+            Pending.push_back(Target);
+    }
+    return false;
+}
+
+bool TZvTableDefs::StepBackAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                                      const TZvTableSet& Other) const {
+    const TZvTableDef* Table = Pending.back();
+    Pending.pop_back();
+    // A join leads to the first table with its target alias: a later table of that alias has none
+    // leading to it.
+    if (FindByAlias(Table->GetAlias()) != Table)
+        return false;
+    return AnyJoinNaming(Table->GetAlias(), [&](const TZvJoinDef& Join) {
+        const TZvTableDef* Owner = Join.GetTableDef();
+        if (Owner == nullptr)
+            return false;
+        if (Other.count(Owner) > 0)
+            return true;
+        if (Seen.insert(Owner).second)
+            Pending.push_back(Owner);
+        return false;
+    });
 }
 
 // A join that targets its own table compares two columns of that one table: the table is then
@@ -374,20 +439,20 @@ void TZvTableDefs::UpdateFieldAliases() {
             continue;
         // The fields of this table by alias, in index order, so that "the first field whose alias
         // is this name" costs a hash look-up instead of a scan of the table.
-        std::unordered_map<std::string, std::vector<int>> ByAlias;
+        TZvIdentMap<std::vector<int>> ByAlias = MakeIdentMap<std::vector<int>>(Exact);
         for (int F = 0; F < Fields.Count(); ++F)
-            ByAlias[AliasKey(Fields.Items(F)->GetAlias(), Exact)].push_back(F);
+            IdentEntry(ByAlias, Fields.Items(F)->GetAlias()).push_back(F);
         for (int F = 0; F < Fields.Count(); ++F) {
             TZvFieldDef* Field = Fields.Items(F);
-            const auto Found = ByAlias.find(AliasKey(Field->GetName(), Exact));
+            const auto Found = ByAlias.find(Field->GetName());
             if (Found == ByAlias.end() || Found->second.empty() || Found->second.front() == F)
                 continue;
             const std::string NewAlias = Field->GetKind() == fkIdentifier
                                              ? GetUniqueAlias(Field->GetName(), true)
                                              : GetUniqueAlias("FIELD_", true);
-            std::vector<int>& Old = ByAlias[AliasKey(Field->GetAlias(), Exact)];
+            std::vector<int>& Old = IdentEntry(ByAlias, Field->GetAlias());
             Old.erase(std::find(Old.begin(), Old.end(), F));
-            std::vector<int>& New = ByAlias[AliasKey(NewAlias, Exact)];
+            std::vector<int>& New = IdentEntry(ByAlias, NewAlias);
             New.insert(std::lower_bound(New.begin(), New.end(), F), F);
             Field->SetAlias(NewAlias);
         }
@@ -448,19 +513,15 @@ bool TZvTableDefs::CaseSensitive() const {
     return !(Parser && !Parser->GetCaseSensitiveIdentifiers());
 }
 
-std::string TZvTableDefs::AliasKey(std::string_view Alias, bool Exact) const {
-    return Exact ? std::string(Alias) : UpperCase(Alias);
-}
-
 void TZvTableDefs::AliasAdded(std::string_view Alias) {
     if (AliasIndexValid)
-        ++AliasUse[AliasKey(Alias, AliasIndexCaseSensitive)];
+        ++IdentEntry(AliasUse, Alias);
 }
 
 void TZvTableDefs::AliasRemoved(std::string_view Alias) {
     if (!AliasIndexValid)
         return;
-    const auto Found = AliasUse.find(AliasKey(Alias, AliasIndexCaseSensitive));
+    const auto Found = AliasUse.find(Alias);
     if (Found != AliasUse.end() && --Found->second <= 0)
         AliasUse.erase(Found);
 }
@@ -470,48 +531,49 @@ bool TZvTableDefs::IsAliasInUse(std::string_view Alias) {
     // the rule from settings that do not announce their changes.
     const bool Exact = CaseSensitive();
     if (!AliasIndexValid || AliasIndexCaseSensitive != Exact) {
-        AliasUse.clear();
+        AliasUse = MakeIdentMap<int>(Exact);
         AliasIndexCaseSensitive = Exact;
         for (const TZvFieldDef* Field : Positions)
-            ++AliasUse[AliasKey(Field->GetAlias(), Exact)];
+            ++IdentEntry(AliasUse, Field->GetAlias());
         AliasIndexValid = true;
     }
-    return AliasUse.count(AliasKey(Alias, Exact)) > 0;
+    return AliasUse.contains(Alias);
 }
 
 // Table index -----------------------------------------------------------------------------------
 
-TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const {
+// The key's reader is a template argument, so that the walk reads the alias or name in place.
+template <TZvTableDefs::TZvTableKey Key>
+TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_view S) const {
     // A few tables are found faster by a walk than through an index that has to be built and kept
     // per statement (most statements name one to four tables).
     constexpr int WalkedTables = 8;
     if (Count() <= WalkedTables && !TableIndexUsable()) {
+        const TZvIdentEqual Same{CaseSensitive()};
         for (int T = 0; T < Count(); ++T)
-            if (SameIdentifier((Items(T)->*Key)(), S))
+            if (Same((Items(T)->*Key)(), S))
                 return Items(T);
         return nullptr;
     }
     if (!TableIndexUsable()) {
         const bool Exact = CaseSensitive();
-        TableByAlias.clear();
-        TableByName.clear();
+        TableByAlias = MakeIdentMap<TZvTableKeyEntry>(Exact);
+        TableByName = MakeIdentMap<TZvTableKeyEntry>(Exact);
         for (int T = 0; T < Count(); ++T) {
-            IndexTable(TableByAlias, AliasKey(Items(T)->GetAlias(), Exact), T);
-            IndexTable(TableByName, AliasKey(Items(T)->GetName(), Exact), T);
+            IndexTable(TableByAlias, Items(T)->GetAlias(), T);
+            IndexTable(TableByName, Items(T)->GetName(), T);
         }
         TableIndexCaseSensitive = Exact;
         TableIndexValid = true;
     }
-    const auto Found = Index.find(AliasKey(S, TableIndexCaseSensitive));
+    const auto Found = Index.find(S);
     return Found == Index.end() ? nullptr : Items(Found->second.First);
 }
 
-void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string Key, int At) {
-    const auto [Entry, Added] = Index.try_emplace(std::move(Key), TZvTableKeyEntry{At, 1});
-    if (Added)
-        return;
-    ++Entry->second.Tables;
-    Entry->second.First = std::min(Entry->second.First, At);
+void TZvTableDefs::IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At) {
+    TZvTableKeyEntry& Entry = IdentEntry(Index, Key);
+    ++Entry.Tables;
+    Entry.First = std::min(Entry.First, At);
 }
 
 bool TZvTableDefs::TableIndexUsable() const {
@@ -523,8 +585,8 @@ void TZvTableDefs::ItemAppended(TZvCollectionItem* Item) {
     if (!TableIndexUsable())
         return;
     const auto* Table = static_cast<const TZvTableDef*>(Item);
-    IndexTable(TableByAlias, AliasKey(Table->GetAlias(), TableIndexCaseSensitive), Item->GetIndex());
-    IndexTable(TableByName, AliasKey(Table->GetName(), TableIndexCaseSensitive), Item->GetIndex());
+    IndexTable(TableByAlias, Table->GetAlias(), Item->GetIndex());
+    IndexTable(TableByName, Table->GetName(), Item->GetIndex());
 }
 
 void TZvTableDefs::ItemsMoved() {
@@ -547,35 +609,40 @@ void TZvTableDefs::TableNameChanged(const TZvTableDef& Table, std::string_view O
 
 void TZvTableDefs::TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                                    std::string_view New) {
-    const bool Exact = TableIndexCaseSensitive;
-    const std::string OldKey = AliasKey(Old, Exact);
-    std::string NewKey = AliasKey(New, Exact);
-    if (OldKey == NewKey)
+    const TZvIdentEqual Same = Index.key_eq();
+    if (Same(Old, New))
         return;
     // When the table at At was the first of several with the old key, the next one takes over.
-    const auto Leaving = Index.find(OldKey);
+    const auto Leaving = Index.find(Old);
     if (Leaving != Index.end() && --Leaving->second.Tables == 0) {
         Index.erase(Leaving);
     } else if (Leaving != Index.end() && Leaving->second.First == At) {
         int Next = At + 1;
-        while (AliasKey((Items(Next)->*Key)(), Exact) != OldKey)
+        while (!Same((Items(Next)->*Key)(), Old))
             ++Next;
         Leaving->second.First = Next;
     }
-    IndexTable(Index, std::move(NewKey), At);
+    IndexTable(Index, New, At);
 }
 
 // Join index ------------------------------------------------------------------------------------
 
-bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const {
+bool TZvTableDefs::WalksJoins() const {
     // A few joins are found faster by a walk than through an index that has to be built per
     // statement (most statements join two to four tables).
     constexpr int WalkedTables = 16;
-    if (Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive())) {
+    return Count() <= WalkedTables && !JoinIndex.Usable(CaseSensitive());
+}
+
+template <class TVisit>
+bool TZvTableDefs::AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const {
+    if (WalksJoins()) {
+        const TZvIdentEqual Same{CaseSensitive()};
         for (int T = 0; T < Count(); ++T) {
-            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-            for (int J = 0; J < Joins.Count(); ++J)
-                if (SameIdentifier(Joins.Items(J)->GetTableAlias(), Alias) && Visit(*Joins.Items(J)))
+            // A table that never had a join is passed by, rather than given an empty list.
+            const TZvJoinDefs* Joins = Items(T)->FindJoinDefs();
+            for (int J = 0; Joins && J < Joins->Count(); ++J)
+                if (Same(Joins->Items(J)->GetTableAlias(), Alias) && Visit(*Joins->Items(J)))
                     return true;
         }
         return false;

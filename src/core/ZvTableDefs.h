@@ -6,10 +6,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "ZvCollection.h"
@@ -32,6 +34,9 @@ public:
 
     // Copies Alias, Name, TableType and a deep copy of the fields; not the joins.
     void Assign(const TZvCollectionItem& Source) override;
+    // Takes Alias, Name and TableType as they are, as Assign does: rewrites no reference of the
+    // statement (no join or ORDER BY entry follows).
+    void Define(std::string_view AAlias, std::string_view AName, TZvTableDefType AType);
     // Also hands the parser to the fields and joins.
     void SetParser(TZvSelectParser* Value) override;
 
@@ -49,6 +54,8 @@ public:
     // The fields and the joins, each made on first use by its virtual factory.
     TZvFieldDefs& GetFieldDefs() const;
     TZvJoinDefs& GetJoinDefs() const;
+    // The joins when the list was made; null otherwise. For walks that would only find it empty.
+    const TZvJoinDefs* FindJoinDefs() const { return JoinDefs.get(); }
     void SetFieldDefs(const TZvFieldDefs& Value);
     void SetJoinDefs(const TZvJoinDefs& Value);
 
@@ -88,6 +95,7 @@ protected:
 
 private:
     std::string ParamLiteral(const TZvFieldDef& Field) const;
+    void RequalifyOrderBy(TZvSelectParser& Parser, std::string_view Old, std::string_view Value);
     // Stores Value as the alias and keeps the list's alias look-up in step; rewrites no reference.
     void StoreAlias(std::string_view Value);
     // Stores Value as the name and keeps the list's name look-up in step.
@@ -131,6 +139,9 @@ public:
     std::string GetUniqueAlias(std::string_view Base, bool ForceNumber);
     // True when some join of another table makes Table joined (see MakesJoined).
     bool IsTableJoined(const TZvTableDef* Table) const;
+    // Whether From's joins lead to To, directly or through the joins of the tables they join (a
+    // join leads to the table FindByAlias finds for its target).
+    bool JoinsLeadTo(const TZvTableDef& From, const TZvTableDef& To) const;
     // Drops the joins whose target is found neither by alias nor by name.
     void UpdateJoins();
     // Re-points the joins whose target alias is OldAlias to NewAlias.
@@ -161,7 +172,18 @@ private:
     bool MakesJoined(const TZvJoinDef& Join, const TZvTableDef& Table) const;
     // Visits the joins whose target alias is SameIdentifier to Alias until Visit returns true;
     // true when it did.
-    bool AnyJoinNaming(std::string_view Alias, const std::function<bool(TZvJoinDef&)>& Visit) const;
+    template <class TVisit>
+    bool AnyJoinNaming(std::string_view Alias, TVisit&& Visit) const;
+    // Whether a few tables are better walked than indexed (most statements name one to four).
+    bool WalksJoins() const;
+    // One step of each side of JoinsLeadTo: the next table of Pending passes its neighbours (the
+    // tables its joins lead to; the tables whose joins lead to it) into Pending and Seen. True as
+    // soon as a neighbour is one the other side has seen.
+    using TZvTableSet = std::unordered_set<const TZvTableDef*>;
+    bool StepAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                        const TZvTableSet& Other) const;
+    bool StepBackAlongJoins(std::vector<const TZvTableDef*>& Pending, TZvTableSet& Seen,
+                            const TZvTableSet& Other) const;
     // The join index, built first when it was dropped or the case rule changed since.
     TZvJoinTargetIndex& JoinTargets() const;
     void JoinAppended(TZvJoinDef& Join);
@@ -178,7 +200,6 @@ private:
     void TakeOverPosition(TZvFieldDef* Field, TZvFieldDef* Old);
 
     // The alias index: how many fields carry each alias, keyed as SameIdentifier compares.
-    std::string AliasKey(std::string_view Alias, bool CaseSensitive) const;
     void AliasAdded(std::string_view Alias);
     void AliasRemoved(std::string_view Alias);
     bool IsAliasInUse(std::string_view Alias);
@@ -194,10 +215,10 @@ private:
     // a scan. Built on first use; kept in step with appends, alias and name changes, dropped on
     // other moves.
     struct TZvTableKeyEntry {
-        int First;  // index of the first table with the key
-        int Tables; // how many tables have it
+        int First = std::numeric_limits<int>::max(); // index of the first table with the key
+        int Tables = 0;                              // how many tables have it
     };
-    using TZvTableKeyIndex = std::unordered_map<std::string, TZvTableKeyEntry>;
+    using TZvTableKeyIndex = TZvIdentMap<TZvTableKeyEntry>;
     using TZvTableKey = const std::string& (TZvTableDef::*)() const;
     void ItemAppended(TZvCollectionItem* Item) override;
     void ItemsMoved() override;
@@ -205,8 +226,9 @@ private:
     void TableNameChanged(const TZvTableDef& Table, std::string_view Old, std::string_view New);
     void TableKeyChanged(TZvTableKeyIndex& Index, TZvTableKey Key, int At, std::string_view Old,
                          std::string_view New);
-    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, TZvTableKey Key, std::string_view S) const;
-    static void IndexTable(TZvTableKeyIndex& Index, std::string Key, int At);
+    template <TZvTableKey Key>
+    TZvTableDef* FindIn(const TZvTableKeyIndex& Index, std::string_view S) const;
+    static void IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At);
     bool TableIndexUsable() const;
 
     std::vector<TZvFieldDef*> Positions;
@@ -215,7 +237,7 @@ private:
     mutable TZvTableKeyIndex TableByName;
     mutable bool TableIndexValid = false;
     mutable bool TableIndexCaseSensitive = false;
-    std::unordered_map<std::string, int> AliasUse;
+    TZvIdentMap<int> AliasUse;
     bool AliasIndexValid = false;
     bool AliasIndexCaseSensitive = false;
 };

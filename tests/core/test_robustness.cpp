@@ -483,6 +483,36 @@ TEST(Robustness, JoinThatWouldCloseACircleOfJoinsIsHeldByTheOtherTable) {
               "  INNER JOIN C ON (B.Y = C.Y) AND \r\n    (A.W = C.W)\r\n");
 }
 
+TEST(Robustness, LongChainsOfJoinsPlaceTheirConditionsAsShortChainsDo) {
+    // Chains longer than the few tables that are walked rather than indexed: a condition that would
+    // close the circle from the last table back to the first, and a condition between the first two
+    // tables repeated with every join (the chain behind the second table grows with each one).
+    for (const int N : {4, 20}) {
+        SCOPED_TRACE(N);
+        std::string Chain = "SELECT t0.a FROM tab0 t0";
+        std::string Repeated = Chain;
+        std::string Lines = "SELECT \r\n  t0.a\r\nFROM\r\n  tab0 t0\r\n";
+        std::string RepeatedLines = Lines;
+        for (int K = 1; K < N; ++K) {
+            const std::string Prev = "t" + std::to_string(K - 1);
+            const std::string This = "t" + std::to_string(K);
+            const std::string Join =
+                " JOIN tab" + std::to_string(K) + " " + This + " ON " + Prev + ".id = " + This + ".pid";
+            Chain += Join;
+            Repeated += Join + " AND t0.b = t1.a";
+            const std::string Line = "  INNER JOIN tab" + std::to_string(K) + " " + This + " ON (" + Prev +
+                                     ".id = " + This + ".pid)";
+            Lines += Line + (K == N - 1 ? " AND \r\n    (t0.k = " + This + ".k),\r\n" : "\r\n");
+            RepeatedLines += Line + (K == 1 ? " AND \r\n    (t0.b = t1.a)\r\n" : "\r\n");
+        }
+        Chain += " JOIN x ON t" + std::to_string(N - 1) + ".k = t0.k";
+        EXPECT_EQ(Generate(Chain), Lines + "  x\r\n");
+        EXPECT_EQ(Generate(Repeated), RepeatedLines);
+        ExpectFixpoint(Chain);
+        ExpectFixpoint(Repeated);
+    }
+}
+
 TEST_P(EveryDialect, LoneLineFeedIsAnOrdinaryCharacterAndStillRoundTrips) {
     // The component gets text as it is; only CR LF ends a line, so a lone LF is part of a word.
     ExpectFixpoint("SELECT A,\nB FROM T WHERE T.A = 1\n", GetParam());

@@ -676,6 +676,123 @@ TEST(TZvTableDefs, ManyTablesAgreeWithAWalkOverEveryJoinThroughRandomEdits) {
     }
 }
 
+// ---- Where joins lead ---------------------------------------------------------------------------
+
+namespace {
+
+// JoinsLeadTo as a plain walk from From along the joins, the rule the two-sided search must agree
+// with: a join leads to the table FindByAlias finds for its target.
+bool LeadsByWalk(const TZvTableDefs& Tables, const TZvTableDef* From, const TZvTableDef* To) {
+    std::vector<const TZvTableDef*> Pending{From};
+    std::vector<const TZvTableDef*> Seen{From};
+    while (!Pending.empty()) {
+        const TZvJoinDefs& Joins = Pending.back()->GetJoinDefs();
+        Pending.pop_back();
+        for (int J = 0; J < Joins.Count(); ++J) {
+            const TZvTableDef* Target = Tables.FindByAlias(Joins.Items(J)->GetTableAlias());
+            if (Target == To)
+                return true;
+            if (Target != nullptr && std::find(Seen.begin(), Seen.end(), Target) == Seen.end()) {
+                Seen.push_back(Target);
+                Pending.push_back(Target);
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+TEST(TZvTableDefs, JoinsLeadAlongTheirDirectionOnly) {
+    for (const int N : {4, 40}) {
+        SCOPED_TRACE(N);
+        TModel M;
+        const std::vector<TZvTableDef*> T = JoinedChain(M, N);
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[1]));
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[static_cast<std::size_t>(N - 1)]));
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[1], *T[static_cast<std::size_t>(N - 1)]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[static_cast<std::size_t>(N - 1)], *T[0]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[2], *T[1]));
+        // A table without joins leads nowhere; a break in the chain ends the way.
+        TZvTableDef* Alone = M.Table("ALONE", "Z");
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*Alone, *T[0]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[0], *Alone));
+        T[1]->GetJoinDefs().Clear();
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[1]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[0], *T[2]));
+        // A join naming its target in another case leads there where names compare without case.
+        Join(T[1], "ID", "a2", "ID");
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[static_cast<std::size_t>(N - 1)]));
+        M.Parser.SetCaseSensitiveIdentifiers(true);
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[0], *T[2]));
+        M.Parser.SetCaseSensitiveIdentifiers(false);
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[2]));
+    }
+}
+
+TEST(TZvTableDefs, AJoinLeadsToTheFirstTableOfItsTargetAlias) {
+    for (const int N : {3, 30}) {
+        SCOPED_TRACE(N);
+        TModel M;
+        const std::vector<TZvTableDef*> T = JoinedChain(M, N);
+        // A later table that takes the alias A1 is not where T0's join leads, nor what follows.
+        TZvTableDef* Twin = M.Table("TWIN", "A1");
+        Join(Twin, "ID", "A0", "ID");
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[1]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[0], *Twin));
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*Twin, *T[static_cast<std::size_t>(N - 1)]));
+        // Once the first A1 goes by another alias, the joins aimed at A1 follow it, and the twin is
+        // still reached by none.
+        T[1]->SetAlias("ONE");
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *T[1]));
+        EXPECT_FALSE(M.Tables.JoinsLeadTo(*T[0], *Twin));
+        Join(T[static_cast<std::size_t>(N - 1)], "ID", "A1", "ID");
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*T[0], *Twin));
+        EXPECT_TRUE(M.Tables.JoinsLeadTo(*Twin, *T[0]));
+    }
+}
+
+TEST(TZvTableDefs, JoinsLeadWhereAWalkGoesThroughRandomEdits) {
+    for (const int N : {6, 24}) {
+        SCOPED_TRACE(N);
+        TModel M;
+        std::vector<TZvTableDef*> T = JoinedChain(M, N);
+        std::uint32_t Seed = 11;
+        auto Next = [&Seed](std::uint32_t Bound) {
+            Seed = Seed * 1664525u + 1013904223u;
+            return (Seed >> 8) % Bound;
+        };
+        const auto Count = [](const auto& List) { return static_cast<std::uint32_t>(List.size()); };
+        for (int Step = 0; Step < 200; ++Step) {
+            TZvTableDef* Table = T[Next(Count(T))];
+            const std::string Alias = "A" + std::to_string(Next(Count(T) + 2));
+            switch (Next(5)) {
+            case 0:
+                Table->SetAlias(Next(2) == 0 ? Alias : LowerCase(Alias));
+                break;
+            case 1:
+            case 2:
+                Join(Table, "ID", Next(3) == 0 ? LowerCase(Alias) : Alias, "ID");
+                break;
+            case 3:
+                if (Table->GetJoinDefs().Count() > 0)
+                    Table->GetJoinDefs().Delete(0);
+                break;
+            default:
+                M.Parser.SetCaseSensitiveIdentifiers(Next(3) == 0);
+            }
+            for (const TZvTableDef* From : T) {
+                for (const TZvTableDef* To : T) {
+                    if (From == To)
+                        continue;
+                    ASSERT_EQ(M.Tables.JoinsLeadTo(*From, *To), LeadsByWalk(M.Tables, From, To))
+                        << "step " << Step << ", " << From->GetAlias() << " to " << To->GetAlias();
+                }
+            }
+        }
+    }
+}
+
 // ---- Deleting a table -------------------------------------------------------------------------
 
 TEST(TZvTableDefs, DeletingATableRemovesWhatRefersToIt) {
