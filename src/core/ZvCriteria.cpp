@@ -109,27 +109,36 @@ void TZvCriterion::SetParser(TZvSelectParser* Value) {
 }
 
 std::string TZvCriterion::ProcessName(std::string_view S) const {
+    std::string Text;
+    WriteName(Text, S);
+    return Text;
+}
+
+void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     TZvSQLScanner* Scanner = GetScanner();
-    if (!Scanner)
-        return std::string(S);
+    // Without a dot there is no table part, and the name is processed whole either way.
+    if (!Scanner || S.find('.') == std::string_view::npos) {
+        Out += TZvCollectionItem::ProcessName(S);
+        return;
+    }
     const char L = Scanner->GetIdentQuote();
     const char R = Scanner->GetQuotePair(L);
     const std::string Table = ExtractTableName(S, L, R);
     const std::string Column = ExtractFieldName(S, L, R);
     const bool HasTable = !IsBlankText(Table);
     const bool HasColumn = !IsBlankText(Column);
-    if (HasTable && HasColumn)
-        return TZvCollectionItem::ProcessName(Table) + "." + TZvCollectionItem::ProcessName(Column);
-    if (HasTable)
-        return TZvCollectionItem::ProcessName(Table);
-    if (HasColumn)
-        return TZvCollectionItem::ProcessName(Column);
-    return TZvCollectionItem::ProcessName(S);
+    if (HasTable && HasColumn) {
+        Out += TZvCollectionItem::ProcessName(Table);
+        Out += '.';
+        Out += TZvCollectionItem::ProcessName(Column);
+    } else {
+        Out += TZvCollectionItem::ProcessName(HasTable ? std::string_view(Table) : HasColumn ? std::string_view(Column) : S);
+    }
 }
 
 void TZvCriterion::WriteOperand(std::string& Out, const TZvFunctionDef& Operand) const {
     if (Operand.GetKind() == fkIdentifier && !Operand.HasArguments())
-        Out += ProcessName(Operand.GetName());
+        WriteName(Out, Operand.GetName());
     else
         Operand.WriteScript(Out);
 }

@@ -70,6 +70,8 @@ protected:
     void WriteOperand(std::string& Out, const TZvFunctionDef& Operand) const;
 
 private:
+    // ProcessName(S) appended to Out.
+    void WriteName(std::string& Out, std::string_view S) const;
     // The right-hand text of a condition whose operator the parser's list holds: the operator's
     // prefix, the operands as the operator lays them out, its postfix.
     void WriteRightSide(std::string& Out, const TZvOperator& Operator) const;
