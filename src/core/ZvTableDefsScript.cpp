@@ -43,7 +43,7 @@ bool WritesText(const TZvJoinDef& Join, std::string& Out) {
 }
 
 // Appends " AND " and Join's condition to the line at Spans[Line], unless the line already holds
-// that condition; false then, and Out is left as it was. The line is mostly the last one written;
+// that condition or the join writes no text of its own; false then, and Out is left as it was. The line is mostly the last one written;
 // when it is not, the condition is moved into place and the lines behind it shift.
 bool MergeIntoLine(TJoinSpans& Spans, std::size_t Line, const TZvJoinDef& Join, std::string& Out) {
     const std::size_t Mark = Out.size();
@@ -52,8 +52,10 @@ bool MergeIntoLine(TJoinSpans& Spans, std::size_t Line, const TZvJoinDef& Join, 
     WriteMergedCondition(Out, Join);
     TJoinSpan& Span = Spans[Line];
     const std::string_view Text(Out.data() + Span.Start, Span.End - Span.Start);
-    // Already on the line: this is where a chain that comes back to a table stops.
-    if (Text.find(std::string_view(Out.data() + Condition, Out.size() - Condition)) != std::string_view::npos) {
+    // Already on the line: this is where a chain that comes back to a table stops. Tried before
+    // the join's own text, which costs more and only matters when the condition is new.
+    if (Text.find(std::string_view(Out.data() + Condition, Out.size() - Condition)) != std::string_view::npos ||
+        !WritesText(Join, Out)) {
         Out.resize(Mark);
         return false;
     }
@@ -98,8 +100,7 @@ void WriteJoinChain(const TZvTableDef& Table, const TZvJoinDefs& Joins, TJoinSpa
                 continue;
             }
             Spans.push_back({Target, Start, Out.size()});
-        } else if (!WritesText(Join, Out) ||
-                   !MergeIntoLine(Spans, static_cast<std::size_t>(Line - Spans.begin()), Join, Out)) {
+        } else if (!MergeIntoLine(Spans, static_cast<std::size_t>(Line - Spans.begin()), Join, Out)) {
             continue;
         }
         WriteJoinChain(*Target, Target->GetJoinDefs(), Spans, Out);
