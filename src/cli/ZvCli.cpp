@@ -486,6 +486,11 @@ std::string ModelToJson(TZvSelectParser& Parser, std::string_view Dialect) {
 namespace {
 
 int FormatLines(TZvSelectParser& Parser, const std::string& Input, std::ostream& Out) {
+    // The output leaves in large blocks: a write per statement would go through the stream's
+    // machinery twice for every line, and the stream's own buffer is small.
+    constexpr std::size_t OutputBlock = 1 << 16;
+    std::string Pending;
+    Pending.reserve(OutputBlock * 2);
     std::size_t Start = 0;
     while (Start < Input.size()) {
         std::size_t End = Input.find('\n', Start);
@@ -499,11 +504,18 @@ int FormatLines(TZvSelectParser& Parser, const std::string& Input, std::ostream&
             continue;
         try {
             Parser.SetExpression(Line);
-            Out << Parser.GetExpression() << '\n';
+            Pending += Parser.GetExpression();
         } catch (const EZvParserError& E) {
-            Out << "error: " << E.what() << '\n';
+            Pending += "error: ";
+            Pending += E.what();
+        }
+        Pending += '\n';
+        if (Pending.size() >= OutputBlock) {
+            Out.write(Pending.data(), static_cast<std::streamsize>(Pending.size()));
+            Pending.clear();
         }
     }
+    Out.write(Pending.data(), static_cast<std::streamsize>(Pending.size()));
     return 0;
 }
 

@@ -122,78 +122,99 @@ void TZvCriterion::SetParser(TZvSelectParser* Value) {
 }
 
 std::string TZvCriterion::ProcessName(std::string_view S) const {
+    std::string Text;
+    WriteName(Text, S);
+    return Text;
+}
+
+void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     TZvSQLScanner* Scanner = GetScanner();
-    if (!Scanner)
-        return std::string(S);
+    // Without a dot there is no table part, and the name is processed whole either way.
+    if (!Scanner || S.find('.') == std::string_view::npos) {
+        Out += TZvCollectionItem::ProcessName(S);
+        return;
+    }
     const char L = Scanner->GetIdentQuote();
     const char R = Scanner->GetQuotePair(L);
     const std::string Table = ExtractTableName(S, L, R);
     const std::string Column = ExtractFieldName(S, L, R);
-    const bool HasTable = !Trim(Table).empty();
-    const bool HasColumn = !Trim(Column).empty();
-    if (HasTable && HasColumn)
-        return TZvCollectionItem::ProcessName(Table) + "." + TZvCollectionItem::ProcessName(Column);
-    if (HasTable)
-        return TZvCollectionItem::ProcessName(Table);
-    if (HasColumn)
-        return TZvCollectionItem::ProcessName(Column);
-    return TZvCollectionItem::ProcessName(S);
+    const bool HasTable = !IsBlankText(Table);
+    const bool HasColumn = !IsBlankText(Column);
+    if (HasTable && HasColumn) {
+        Out += TZvCollectionItem::ProcessName(Table);
+        Out += '.';
+        Out += TZvCollectionItem::ProcessName(Column);
+    } else {
+        Out += TZvCollectionItem::ProcessName(HasTable ? std::string_view(Table) : HasColumn ? std::string_view(Column) : S);
+    }
 }
 
-std::string TZvCriterion::OperandScript(const TZvFunctionDef& Operand) const {
+void TZvCriterion::WriteOperand(std::string& Out, const TZvFunctionDef& Operand) const {
     if (Operand.GetKind() == fkIdentifier && !Operand.HasArguments())
-        return ProcessName(Operand.GetName());
-    return Operand.GetScript();
+        WriteName(Out, Operand.GetName());
+    else
+        Operand.WriteScript(Out);
 }
 
-TZvCriterion::TRightSideScript TZvCriterion::GetRightSideScript() const {
-    TRightSideScript Result;
-    TZvSelectParser* P = GetParser();
-    if (!P) {
-        // Without a parser there is no operator list: the operands alone, as a plain list.
-        Result.Text = RightSide->GetScript();
-        return Result;
-    }
-    const TZvOperator* Operator = P->GetOperators().FindByCaption(OperatorCaption);
-    if (!Operator) {
-        // An operator the dialect does not know is written as it stands, with nothing after it.
-        Result.OperatorWord = OperatorCaption;
-        return Result;
-    }
-    Result.Found = true;
-    Result.OperatorCount = Operator->GetCount();
-    Result.OperatorWord = Operator->GetName();
-
-    std::string Text;
+void TZvCriterion::WriteRightSide(std::string& Out, const TZvOperator& Operator) const {
+    Out += Operator.GetPrefix();
     const int Given = RightSide->Count();
-    if (Operator->GetCommaList()) {
-        for (int I = 0; I < Given; ++I)
-            Text += (I > 0 ? "," : "") + OperandScript(*RightSide->Items(I));
+    if (Operator.GetCommaList()) {
+        for (int I = 0; I < Given; ++I) {
+            if (I > 0)
+                Out += ',';
+            WriteOperand(Out, *RightSide->Items(I));
+        }
     } else {
         // A missing operand is written as a blank, so "BETWEEN" with one operand keeps its shape
         // and the user sees where the second one goes.
-        for (int I = 0; I < Operator->GetCount(); ++I) {
-            Text += I < Given ? OperandScript(*RightSide->Items(I)) : " ";
-            if (I < Given - 1)
-                Text += " " + ProcessKeyword(Operator->GetRelate()) + " ";
+        for (int I = 0; I < Operator.GetCount(); ++I) {
+            if (I < Given)
+                WriteOperand(Out, *RightSide->Items(I));
+            else
+                Out += ' ';
+            if (I < Given - 1) {
+                Out += ' ';
+                AppendKeyword(Out, GetParser(), Operator.GetRelate());
+                Out += ' ';
+            }
         }
     }
-    Result.Text = Operator->GetPrefix() + Text + Operator->GetPostfix();
-    return Result;
+    Out += Operator.GetPostfix();
 }
 
 std::string TZvCriterion::GetScript() const {
-    if (SubItems->Count() > 0)
-        return SubItems->GetScript();
-    const TRightSideScript Right = GetRightSideScript();
-    const std::string Left = OperandScript(*LeftSide);
-    if (!Trim(Right.Text).empty())
-        return Left + " " + ProcessKeyword(Right.OperatorWord) + " " + Right.Text;
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvCriterion::WriteScript(std::string& Out) const {
+    if (SubItems->Count() > 0) {
+        SubItems->WriteScript(Out);
+        return;
+    }
+    TZvSelectParser* P = GetParser();
+    // An operator the dialect does not know is written as it stands, with nothing after it;
+    // without a parser there is no operator list, and the operands follow as a plain list.
+    const TZvOperator* Operator = P ? P->GetOperators().FindByCaption(OperatorCaption) : nullptr;
+    WriteOperand(Out, *LeftSide);
+    const std::size_t Left = Out.size();
+    Out += ' ';
+    AppendKeyword(Out, P, Operator ? std::string_view(Operator->GetName())
+                                   : P ? std::string_view(OperatorCaption) : std::string_view());
+    const std::size_t Word = Out.size();
+    Out += ' ';
+    const std::size_t Right = Out.size();
+    if (Operator)
+        WriteRightSide(Out, *Operator);
+    else if (!P)
+        RightSide->WriteScript(Out);
+    if (!IsBlankText(std::string_view(Out).substr(Right)))
+        return;
     // A one-operand comparison without its operand is the left side alone: a Boolean column
     // written on its own reads back that way.
-    if (Right.Found && Right.OperatorCount == 1)
-        return Left;
-    return Left + " " + ProcessKeyword(Right.OperatorWord);
+    Out.resize(Operator && Operator->GetCount() == 1 ? Left : Word);
 }
 
 // ---- TZvCriterions --------------------------------------------------------------------------
@@ -218,34 +239,53 @@ void TZvCriterions::Assign(const TZvCollection& Source) {
 }
 
 std::string TZvCriterions::GetScript() const {
+    std::string Text;
+    TZvCriterions::WriteScript(Text);
+    return Text;
+}
+
+void TZvCriterions::WriteScript(std::string& Out) const {
     TZvSelectParser* P = GetParser();
     const bool MayStandBare = P && !P->GetScriptFormat().GetAlwaysBracketConditions();
-    std::string Connective = (Filter == cfAny || Filter == cfNone) ? " OR " : " AND ";
-    if (P)
-        Connective = P->ProcessKeyword(Connective);
+    const std::string_view Connective = (Filter == cfAny || Filter == cfNone) ? " OR " : " AND ";
 
-    std::string Result;
-    bool First = true;
+    // NOT goes in front before the list is known to write anything, and is taken back when not.
+    // The count is of the list's items, not of those written: it says whether NOT applies to
+    // one condition or to the whole connective.
+    const std::size_t Start = Out.size();
+    const bool Negated = IsNegating(Filter);
+    if (Negated) {
+        AppendKeyword(Out, P, "NOT");
+        Out += Count() < 2 ? " " : " (";
+    }
+    const std::size_t List = Out.size();
     for (int I = 0; I < Count(); ++I) {
         const TZvCriterion& Item = *Items(I);
-        const std::string Text = Item.GetScript();
-        if (Text.empty())
+        const std::size_t Mark = Out.size();
+        if (Mark != List) {
+            AppendKeyword(Out, P, Connective);
+            Out += "\r\n  ";
+        }
+        const bool Bracketed = !MayStandBare || IsOrGroup(Item);
+        if (Bracketed)
+            Out += '(';
+        const std::size_t Text = Out.size();
+        Item.WriteScript(Out);
+        if (Out.size() == Text) {
+            Out.resize(Mark);
             continue;
-        if (!First)
-            Result += Connective + "\r\n  ";
-        First = false;
-        Result += MayStandBare && !IsOrGroup(Item) ? Text : "(" + Text + ")";
+        }
+        if (Bracketed)
+            Out += ')';
     }
-
-    if (!Result.empty() && IsNegating(Filter)) {
-        const std::string Not = P ? P->ProcessKeyword("NOT") : "NOT";
-        // The count is of the list's items, not of those written: it says whether NOT applies to
-        // one condition or to the whole connective.
-        Result = Count() < 2 ? Not + " " + Result : Not + " (" + Result + ")";
+    if (Out.size() == List) {
+        Out.resize(Start);
+        return;
     }
-    if (!Result.empty() && !(GetOwner() && GetOwner()->AsCriterion()))
-        Result += "\r\n";
-    return Result;
+    if (Negated && Count() >= 2)
+        Out += ')';
+    if (!(GetOwner() && GetOwner()->AsCriterion()))
+        Out += "\r\n";
 }
 
 int TZvCriterions::DeleteContaining(std::string_view Probe, bool CaseSensitive) {
@@ -267,13 +307,38 @@ std::unique_ptr<TZvCriterions> TZvWhereItem::CreateSubItems() {
     return List;
 }
 
+namespace {
+
+// "KEYWORD", a line break and an indent, then the list's text; nothing when the list writes
+// nothing.
+void WriteClause(std::string& Out, TZvSelectParser* P, std::string_view Keyword, const TZvCriterions& List) {
+    const std::size_t Start = Out.size();
+    AppendKeyword(Out, P, Keyword);
+    Out += "\r\n  ";
+    const std::size_t Text = Out.size();
+    List.TZvCriterions::WriteScript(Out);
+    if (Out.size() == Text)
+        Out.resize(Start);
+}
+
+} // namespace
+
+// The clause lists' texts as their dynamic class writes them (a dialect's WHERE list writes its
+// own).
 std::string TZvWhereItems::GetScript() const {
-    const std::string Text = TZvCriterions::GetScript();
-    if (Text.empty())
-        return Text;
-    if (TZvSelectParser* P = GetParser())
-        return P->ProcessKeyword("WHERE") + "\r\n  " + Text;
-    return "WHERE\r\n  " + Text;
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+std::string TZvHavingItems::GetScript() const {
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvWhereItems::WriteScript(std::string& Out) const {
+    WriteClause(Out, GetParser(), "WHERE", *this);
 }
 
 std::unique_ptr<TZvCriterions> TZvHavingItem::CreateSubItems() {
@@ -282,14 +347,10 @@ std::unique_ptr<TZvCriterions> TZvHavingItem::CreateSubItems() {
     return List;
 }
 
-std::string TZvHavingItems::GetScript() const {
+void TZvHavingItems::WriteScript(std::string& Out) const {
     TZvSelectParser* P = GetParser();
-    if (!P || P->GetGroupByItems().Count() < 1)
-        return {};
-    const std::string Text = TZvCriterions::GetScript();
-    if (Text.empty())
-        return Text;
-    return P->ProcessKeyword("HAVING") + "\r\n  " + Text;
+    if (P && P->GetGroupByItems().Count() >= 1)
+        WriteClause(Out, P, "HAVING", *this);
 }
 
 void DeleteCriterionsOfTable(TZvSelectParser& Parser, std::string_view Probe) {

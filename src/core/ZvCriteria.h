@@ -14,6 +14,7 @@
 namespace zv {
 
 class TZvCriterions;
+class TZvOperator;
 
 // The connective of a criteria list: all hold (AND), any holds (OR), none holds (NOT of OR), not
 // all hold (NOT of AND), and a plain negation (NOT of AND, or NOT of the one condition).
@@ -45,7 +46,9 @@ public:
     std::string ProcessName(std::string_view S) const override;
     // The condition's text (or the group's, see TZvCriterions::GetScript); empty when there is
     // nothing to write.
-    virtual std::string GetScript() const;
+    std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
 
     TZvCriterions& GetSubItems() const { return *SubItems; }
     void SetSubItems(const TZvCriterions& Value);
@@ -65,20 +68,16 @@ public:
     std::unique_ptr<TZvCriterions> CreateSubItems();
 
 protected:
-    // The text of one operand: a bare column (an identifier without arguments) through this
-    // criterion's ProcessName, anything else through its own GetScript.
-    std::string OperandScript(const TZvFunctionDef& Operand) const;
+    // The text of one operand, appended to Out: a bare column (an identifier without arguments)
+    // through this criterion's ProcessName, anything else through its own WriteScript.
+    void WriteOperand(std::string& Out, const TZvFunctionDef& Operand) const;
 
 private:
-    // The operator word and the right-hand text of a condition; Found tells whether the operator
-    // was in the parser's list and OperatorCount its operand count.
-    struct TRightSideScript {
-        std::string OperatorWord;
-        std::string Text;
-        bool Found = false;
-        std::int32_t OperatorCount = 0;
-    };
-    TRightSideScript GetRightSideScript() const;
+    // ProcessName(S) appended to Out.
+    void WriteName(std::string& Out, std::string_view S) const;
+    // The right-hand text of a condition whose operator the parser's list holds: the operator's
+    // prefix, the operands as the operator lays them out, its postfix.
+    void WriteRightSide(std::string& Out, const TZvOperator& Operator) const;
 
     std::unique_ptr<TZvCriterions> SubItems;
     std::string OperatorCaption;
@@ -104,8 +103,11 @@ public:
 
     // The written criteria joined by the connective, each on its own indented line and bracketed
     // unless the script format lets it stand bare; NOT in front for the negating filters; a line
-    // break after a top-level list. Empty when no criterion writes anything.
+    // break after a top-level list. Empty when no criterion writes anything. Virtual so that
+    // TZvCriterions::GetScript() called on a clause's list gives the bare list text.
     virtual std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
 
     // Deletes every criterion of this list (not of nested lists) whose text contains Probe, found
     // with or without regard to case; returns how many went.
@@ -130,6 +132,7 @@ public:
     // "WHERE", a line break and an indent before the list's text; empty when the list writes
     // nothing.
     std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
 };
 
 // The HAVING clause's own item and list classes.
@@ -146,6 +149,7 @@ public:
     // "HAVING", a line break and an indent before the list's text, but only when the parser's
     // GROUP BY list has an entry: without grouping the clause is empty whatever the tree holds.
     std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
 };
 
 // Deletes the top-level WHERE and HAVING criteria whose text contains Probe (a table's prefix

@@ -101,27 +101,43 @@ std::unique_ptr<TZvFunctionDefs> TZvFunctionDef::CreateArguments() const {
 }
 
 std::string TZvFunctionDef::GetScript() const {
-    if (HasArguments())
-        return ProcessFunction(Name) + "(" + Arguments->GetScript() + ")";
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvFunctionDef::WriteScript(std::string& Out) const {
+    if (HasArguments()) {
+        AppendFunctionName(Out, GetParser(), Name);
+        Out += '(';
+        Arguments->WriteScript(Out);
+        Out += ')';
+        return;
+    }
     switch (Kind) {
     case fkFunction:
-        return ProcessFunction(Name) + "()";
+        AppendFunctionName(Out, GetParser(), Name);
+        Out += "()";
+        return;
     case fkIdentifier:
-        return IdentifierScript();
+        WriteIdentifierScript(Out);
+        return;
     case fkString:
-        return StringScript();
+        WriteStringScript(Out);
+        return;
     case fkParameter:
-        return ":" + Name;
+        Out += ':';
+        break;
     case fkUnknown:
     case fkInteger:
     case fkFloat:
     case fkExpression:
         break;
     }
-    return Name;
+    Out += Name;
 }
 
-std::string TZvFunctionDef::IdentifierScript() const {
+void TZvFunctionDef::WriteIdentifierScript(std::string& Out) const {
     // The table is found by climbing out of nested argument lists: a column inside a call inside
     // a field belongs to the field's table.
     const TZvPersistent* Node = this;
@@ -133,33 +149,39 @@ std::string TZvFunctionDef::IdentifierScript() const {
             break;
         Node = List->GetOwner();
     }
-    std::string Prefix;
+    std::string_view Qualifier;
+    std::string Quoted;
     if (const TZvTableDef* Table = Node ? Node->AsTableDef() : nullptr) {
-        Prefix = Table->GetPrefix();
+        Qualifier = Table->GetPrefix();
         TZvSQLScanner* Scanner = GetScanner();
-        if (!Prefix.empty() && Scanner && (Scanner->GetProcessAliases() || Prefix == Table->GetName()))
-            Prefix = ProcessName(Prefix);
+        if (!Qualifier.empty() && Scanner && (Scanner->GetProcessAliases() || Qualifier == Table->GetName())) {
+            Quoted = ProcessName(Qualifier);
+            Qualifier = Quoted;
+        }
     }
-    const std::string Column = Name == "*" ? Name : ProcessName(Name);
-    return Prefix.empty() ? Column : Prefix + "." + Column;
+    AppendQualifiedColumn(Out, Qualifier, Name == "*" ? Name : ProcessName(Name));
 }
 
-std::string TZvFunctionDef::StringScript() const {
+void TZvFunctionDef::WriteStringScript(std::string& Out) const {
     TZvSQLScanner* Scanner = GetScanner();
-    std::string Result = Scanner ? Scanner->QuoteStr(Name) : QuoteLiteralWithoutScanner(Name);
-    return Result.empty() ? "''" : Result;
+    const std::string Quoted = Scanner ? Scanner->QuoteStr(Name) : QuoteLiteralWithoutScanner(Name);
+    Out += Quoted.empty() ? std::string_view("''") : std::string_view(Quoted);
 }
 
 // ---- TZvFunctionDefs ------------------------------------------------------------------------
 
 std::string TZvFunctionDefs::GetScript() const {
-    std::string Result;
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvFunctionDefs::WriteScript(std::string& Out) const {
     for (int I = 0; I < Count(); ++I) {
         if (I > 0)
-            Result += ", ";
-        Result += Items(I)->GetScript();
+            Out += ", ";
+        Items(I)->WriteScript(Out);
     }
-    return Result;
 }
 
 // ---- TZvFieldDef ----------------------------------------------------------------------------
@@ -241,11 +263,20 @@ std::string TZvFieldDef::ProcessAlias(std::string_view S) const {
     return std::string(S);
 }
 
-std::string TZvFieldDef::GetScript() const {
-    std::string Result = GetPureScript();
-    if (!Alias.empty() && Alias != GetName())
-        Result += " " + ProcessKeyword("AS") + " " + ProcessAlias(Alias);
-    return Result;
+std::string TZvFieldDef::GetPureScript() const {
+    std::string Text;
+    TZvFunctionDef::WriteScript(Text);
+    return Text;
+}
+
+void TZvFieldDef::WriteScript(std::string& Out) const {
+    TZvFunctionDef::WriteScript(Out);
+    if (!Alias.empty() && Alias != GetName()) {
+        Out += ' ';
+        AppendKeyword(Out, GetParser(), "AS");
+        Out += ' ';
+        Out += ProcessAlias(Alias);
+    }
 }
 
 TZvTableDef* TZvFieldDef::GetTableDef() const {
@@ -307,17 +338,16 @@ TZvFieldDef* TZvFieldDefs::FindByAlias(std::string_view S) const {
     return nullptr;
 }
 
-std::string TZvFieldDefs::GetScript() const {
-    std::string Result;
+void TZvFieldDefs::WriteScript(std::string& Out) const {
     for (int I = 0; I < Count(); ++I) {
         const TZvFieldDef* Field = Items(I);
         if (!Field->IsSelected())
             continue;
-        Result += "  " + Field->GetScript();
+        Out += "  ";
+        Field->WriteScript(Out);
         if (I < Count() - 1)
-            Result += ",\r\n";
+            Out += ",\r\n";
     }
-    return Result;
 }
 
 void TZvFieldDefs::Clear() {

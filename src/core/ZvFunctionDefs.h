@@ -69,14 +69,16 @@ public:
     // The text of the operand: "NAME(args)" for a call with arguments, "NAME()" for a function
     // without, a column with its table prefix, a quoted string, ":NAME" for a parameter, and the
     // text as it stands for numbers and expressions.
-    virtual std::string GetScript() const;
+    std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
 
 protected:
     virtual std::unique_ptr<TZvFunctionDefs> CreateArguments() const;
 
 private:
-    std::string IdentifierScript() const;
-    std::string StringScript() const;
+    void WriteIdentifierScript(std::string& Out) const;
+    void WriteStringScript(std::string& Out) const;
 
     std::string Name;
     mutable std::unique_ptr<TZvFunctionDefs> Arguments;
@@ -97,7 +99,9 @@ public:
     TZvFunctionDef* Insert(int Index) { return static_cast<TZvFunctionDef*>(TZvCollection::Insert(Index)); }
 
     // The scripts of the items in index order, joined by ", ".
-    virtual std::string GetScript() const;
+    std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
 };
 
 // One entry of the SELECT list. It lives in the FieldDefs of the table its column belongs to; an
@@ -142,9 +146,9 @@ public:
     // Quoted like a name only when the scanner quotes aliases.
     std::string ProcessAlias(std::string_view S) const;
     // The operand text without the "AS" part.
-    std::string GetPureScript() const { return TZvFunctionDef::GetScript(); }
+    std::string GetPureScript() const;
     // The operand text, then " AS alias" when the alias is set and differs (exactly) from Name.
-    std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
 
     // The table whose FieldDefs hold this field, and that table's list; null when absent.
     TZvTableDef* GetTableDef() const;
@@ -183,7 +187,7 @@ public:
     // "  " and the script of each selected field; after every field that is not the last of the
     // collection ",\r\n". The test is on the index, not on what was written, so a left-out last
     // field leaves a trailing ",\r\n": callers that join lists rely on that shape.
-    std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
     // In a table list: the statement's positions stay dense and the ORDER BY entries naming the
     // fields' aliases go, in one pass over the statement rather than one per field.
     void Clear() override;

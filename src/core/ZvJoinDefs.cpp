@@ -32,24 +32,30 @@ std::string JoinColumn(const TZvTableDef& Table, std::string_view Column) {
 
 // How the target table is named after "JOIN": name, procedure parameters, and the alias after one
 // blank when it differs from the name.
-std::string TargetScript(const TZvTableDef& Target) {
-    std::string Text = Target.ProcessName(Target.GetName());
+void WriteTarget(std::string& Out, const TZvTableDef& Target) {
+    Out += Target.ProcessName(Target.GetName());
     if (Target.GetTableType() == qttStoredProc)
-        Text += Target.GetProcParamString();
-    if (!Target.GetAlias().empty() && Target.GetAlias() != Target.GetName())
-        Text += " " + Target.ProcessAlias(Target.GetAlias());
-    return Text;
+        Out += Target.GetProcParamString();
+    if (!Target.GetAlias().empty() && Target.GetAlias() != Target.GetName()) {
+        Out += ' ';
+        Out += Target.ProcessAlias(Target.GetAlias());
+    }
 }
 
 } // namespace
 
 std::string QualifiedColumn(std::string_view Qualifier, std::string_view Column) {
-    if (Qualifier.empty())
-        return std::string(Column);
-    std::string Text(Qualifier);
-    Text += '.';
-    Text += Column;
+    std::string Text;
+    AppendQualifiedColumn(Text, Qualifier, Column);
     return Text;
+}
+
+void AppendQualifiedColumn(std::string& Out, std::string_view Qualifier, std::string_view Column) {
+    if (!Qualifier.empty()) {
+        Out += Qualifier;
+        Out += '.';
+    }
+    Out += Column;
 }
 
 // ---- TZvJoinDef -----------------------------------------------------------------------------
@@ -94,56 +100,74 @@ bool TZvJoinDef::IsConstCondition() const {
     return Parser && Parser->IsConstInJoin() && (LeftConst || RightConst);
 }
 
-std::string TZvJoinDef::GetConditionScript(std::string_view LeftQualifier, std::string_view LeftColumn,
-                                           std::string_view RightQualifier,
-                                           std::string_view RightColumn) const {
-    std::string Left = QualifiedColumn(LeftQualifier, LeftColumn);
-    std::string Right = QualifiedColumn(RightQualifier, RightColumn);
+void TZvJoinDef::WriteConditionScript(std::string& Out, std::string_view LeftQualifier,
+                                      std::string_view LeftColumn, std::string_view RightQualifier,
+                                      std::string_view RightColumn) const {
     // Only a condition against a constant honours Swapped: a column-to-column join is always
     // written from the owning table's side.
-    if (IsConstCondition()) {
-        if (LeftConst)
-            Left = LeftField;
-        if (RightConst)
-            Right = RightField;
-        if (Swapped)
-            std::swap(Left, Right);
-    }
-    return "(" + Left + " " + Operator + " " + Right + ")";
+    const bool Consts = IsConstCondition();
+    auto WriteSide = [&](bool Left) {
+        if (Consts && (Left ? LeftConst : RightConst))
+            Out += Left ? LeftField : RightField;
+        else if (Left)
+            AppendQualifiedColumn(Out, LeftQualifier, LeftColumn);
+        else
+            AppendQualifiedColumn(Out, RightQualifier, RightColumn);
+    };
+    const bool Swap = Consts && Swapped;
+    Out += '(';
+    WriteSide(!Swap);
+    Out += ' ';
+    Out += Operator;
+    Out += ' ';
+    WriteSide(Swap);
+    Out += ')';
 }
 
 std::string TZvJoinDef::GetScript() const {
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvJoinDef::WriteScript(std::string& Out) const {
     const TZvTableDef* Owner = GetTableDef();
-    if (!Owner || LeftField.empty() || Trim(RightField).empty() || TableAlias.empty() || !IsKnownKind(Kind))
-        return {};
-    std::string Target;
+    if (!Owner || LeftField.empty() || IsBlankText(RightField) || TableAlias.empty() || !IsKnownKind(Kind))
+        return;
+    const TZvTableDef* Found = nullptr;
     std::string RightQualifier;
-    std::string RightColumn;
     if (const TZvTableDefs* Tables = Owner->GetTableDefs()) {
-        const TZvTableDef* Found = Tables->FindByAlias(TableAlias);
+        Found = Tables->FindByAlias(TableAlias);
         if (!Found)
             Found = Tables->FindByName(TableAlias);
         if (!Found)
-            return {};
-        Target = TargetScript(*Found);
+            return;
         const bool NamedByName = Found->GetAlias().empty() || Found->GetAlias() == Found->GetName();
         RightQualifier = NamedByName ? ProcessName(Found->GetName()) : Found->ProcessAlias(Found->GetAlias());
-        RightColumn = JoinColumn(*Found, RightField);
     } else {
         // A table outside a statement knows no other table: the join's own texts stand in.
-        Target = ProcessName(TableAlias);
         RightQualifier = ProcessName(TableAlias);
-        RightColumn = ProcessName(RightField);
     }
     const std::string LeftQualifier =
         Owner->GetAlias().empty() ? ProcessName(Owner->GetName()) : Owner->ProcessAlias(Owner->GetAlias());
     if (LeftQualifier.empty() || RightQualifier.empty())
-        return {};
-    std::string Text = ProcessKeyword(JoinKindWords[Kind]) + " " + ProcessKeyword("JOIN") + " " + Target;
+        return;
+    TZvSelectParser* Parser = GetParser();
+    AppendKeyword(Out, Parser, JoinKindWords[Kind]);
+    Out += ' ';
+    AppendKeyword(Out, Parser, "JOIN");
+    Out += ' ';
+    if (Found)
+        WriteTarget(Out, *Found);
+    else
+        Out += RightQualifier;
     if (!GetUseCondition())
-        return Text;
-    return Text + " " + ProcessKeyword("ON") + " " +
-           GetConditionScript(LeftQualifier, JoinColumn(*Owner, LeftField), RightQualifier, RightColumn);
+        return;
+    Out += ' ';
+    AppendKeyword(Out, Parser, "ON");
+    Out += ' ';
+    WriteConditionScript(Out, LeftQualifier, JoinColumn(*Owner, LeftField), RightQualifier,
+                         Found ? JoinColumn(*Found, RightField) : ProcessName(RightField));
 }
 
 // ---- TZvJoinDefs ----------------------------------------------------------------------------
@@ -202,18 +226,23 @@ TZvTableDefs* TZvJoinDefs::GetStatementTables() const {
 }
 
 std::string TZvJoinDefs::GetScript() const {
-    if (!TableDef)
-        return {};
     std::string Text;
-    for (int I = 0; I < Count(); ++I) {
-        const std::string Line = Items(I)->GetScript();
-        // A join that writes nothing leaves no empty line behind.
-        if (Line.empty())
-            continue;
-        Text += "\r\n  ";
-        Text += Line;
-    }
+    WriteScript(Text);
     return Text;
+}
+
+void TZvJoinDefs::WriteScript(std::string& Out) const {
+    if (!TableDef)
+        return;
+    for (int I = 0; I < Count(); ++I) {
+        const std::size_t Mark = Out.size();
+        Out += "\r\n  ";
+        const std::size_t Line = Out.size();
+        Items(I)->WriteScript(Out);
+        // A join that writes nothing leaves no empty line behind.
+        if (Out.size() == Line)
+            Out.resize(Mark);
+    }
 }
 
 // ---- identifier keys ------------------------------------------------------------------------

@@ -23,6 +23,8 @@ enum TZvJoinKind : std::uint8_t { zvjInnerJoin, zvjLOuterJoin, zvjROuterJoin, zv
 // Qualifier "." Column, or Column alone when the qualifier is empty: how joins and the GROUP BY
 // and ORDER BY lists write a column of a table of the statement.
 std::string QualifiedColumn(std::string_view Qualifier, std::string_view Column);
+// The same text appended to Out.
+void AppendQualifiedColumn(std::string& Out, std::string_view Qualifier, std::string_view Column);
 
 // One line of a FROM entry's join chain, with the target table it was made for: further
 // conditions between the same two tables are merged into it (TZvTableDef::GenerateJoinsScript).
@@ -44,12 +46,14 @@ public:
     // "KIND JOIN target ON (left op right)": empty when the join has no owning table, no
     // LeftField, a blank RightField, no TableAlias, a kind outside the four, or a target table
     // that does not exist. "JOIN" and "ON" take the keyword case like the kind words.
-    virtual std::string GetScript() const;
+    std::string GetScript() const;
+    // The same text appended to Out; nothing appended where GetScript is empty.
+    virtual void WriteScript(std::string& Out) const;
     // The bracketed condition "(left op right)" from the two qualifier/column pairs. Where the
     // dialect writes constants into joins and an operand is one, that operand is written as it
-    // stands and Swapped puts the operands back in the order they were read.
-    std::string GetConditionScript(std::string_view LeftQualifier, std::string_view LeftColumn,
-                                   std::string_view RightQualifier, std::string_view RightColumn) const;
+    // stands and Swapped puts the operands back in the order they were read. Appended to Out.
+    void WriteConditionScript(std::string& Out, std::string_view LeftQualifier, std::string_view LeftColumn,
+                              std::string_view RightQualifier, std::string_view RightColumn) const;
     // True when the parser's dialect writes constants into joins and an operand of this join is one.
     bool IsConstCondition() const;
 
@@ -112,6 +116,8 @@ public:
     // The texts of the joins that write one, each on its own indented line after a line break;
     // empty for a list without owner or without such joins.
     std::string GetScript() const;
+    // The same text appended to Out.
+    void WriteScript(std::string& Out) const;
 
 protected:
     // Keep the statement's index of join targets in step (see TZvJoinTargetIndex).

@@ -6,21 +6,29 @@
 namespace zv {
 
 std::string FormatCase(std::string_view S, TZvFormatMode Mode) {
+    std::string Result;
+    AppendCase(Result, S, Mode);
+    return Result;
+}
+
+void AppendCase(std::string& Out, std::string_view S, TZvFormatMode Mode) {
     switch (Mode) {
     case qfmUpperCase:
-        return UpperCase(S);
+        for (char C : S)
+            Out += UpCase(C);
+        return;
     case qfmLowerCase:
-        return LowerCase(S);
-    case qfmFirstUpper: {
-        std::string Result(S);
-        for (std::size_t I = 0; I < Result.size(); ++I)
-            Result[I] = (I == 0 || Result[I - 1] == '_') ? UpCase(Result[I]) : LoCase(Result[I]);
-        return Result;
-    }
+        for (char C : S)
+            Out += LoCase(C);
+        return;
+    case qfmFirstUpper:
+        for (std::size_t I = 0; I < S.size(); ++I)
+            Out += (I == 0 || S[I - 1] == '_') ? UpCase(S[I]) : LoCase(S[I]);
+        return;
     case qfmAsIs:
         break;
     }
-    return std::string(S);
+    Out += S;
 }
 
 } // namespace zv

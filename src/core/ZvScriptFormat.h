@@ -31,5 +31,14 @@ private:
 // after "_" are capitals: a blank does not start a new word, so "LEFT OUTER" reads "Left outer".
 // That is intended: it is how every generated keyword pair has always looked to users.
 std::string FormatCase(std::string_view S, TZvFormatMode Mode);
+// FormatCase(S, Mode) appended to Out: statements are written into one buffer, and a keyword
+// should not cost a string of its own.
+void AppendCase(std::string& Out, std::string_view S, TZvFormatMode Mode);
+
+class TZvSelectParser;
+// Word appended to Out in the parser's case for keywords, or for function names; as it stands
+// without a parser. The writers' counterparts of ProcessKeyword and ProcessFunction.
+void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word);
+void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_view Name);
 
 } // namespace zv

@@ -1,6 +1,7 @@
 // The statement as text: the SELECT list and FROM clause, then WHERE, GROUP BY, HAVING and ORDER
 // BY, each clause carrying its own keyword and final line break, with the dialect's select options
-// and trailing clauses placed through GetSelectClauseScript and GetAppendixScript.
+// and trailing clauses placed through GetSelectClauseScript and GetAppendixScript. Every clause
+// writes into the one buffer of the statement.
 #include "ZvSelectParser.h"
 
 #include "ZvCriteria.h"
@@ -8,17 +9,38 @@
 
 namespace zv {
 
+void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word) {
+    if (Parser)
+        AppendCase(Out, Word, Parser->GetScriptFormat().GetKeywordsFormat());
+    else
+        Out += Word;
+}
+
+void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_view Name) {
+    if (Parser)
+        AppendCase(Out, Name, Parser->GetScriptFormat().GetFunctionsFormat());
+    else
+        Out += Name;
+}
+
 std::string TZvSelectParser::GetExpression() {
-    const std::string Tables = GetTableDefs().GetScript();
-    if (Tables.empty())
+    std::string Text;
+    // The written statement is its text laid out, one line per item: a good deal longer than
+    // what was read, and growing the buffer step by step would copy it each time.
+    const std::size_t Read = GetScanner().GetExpression().size();
+    Text.reserve(Read * 2 + 256);
+    AppendKeyword(Text, this, "SELECT");
+    Text += ' ';
+    Text += GetSelectClauseScript();
+    const std::size_t TablesStart = Text.size();
+    GetTableDefs().WriteScript(Text);
+    if (Text.size() == TablesStart)
         return {};
-    std::string Text = ProcessKeyword("SELECT") + " " + GetSelectClauseScript();
-    Text += Tables;
-    Text += GetWhereItems().GetScript();
+    GetWhereItems().WriteScript(Text);
     // GROUP BY before HAVING: regrouping may fill the list that HAVING needs to be written at all.
-    Text += GroupByItems.GetScript();
-    Text += GetHavingItems().GetScript();
-    Text += OrderByItems.GetScript();
+    GroupByItems.WriteScript(Text);
+    GetHavingItems().WriteScript(Text);
+    OrderByItems.WriteScript(Text);
     Text += GetAppendixScript();
     return Text;
 }

@@ -88,6 +88,8 @@ public:
     // empty list. First, when the SELECT list mixes aggregates with other fields, the list is
     // rebuilt from the plain columns of the SELECT list in their order (so it is not const).
     std::string GetScript();
+    // The same text appended to Out.
+    void WriteScript(std::string& Out);
 };
 
 // The ORDER BY list: one column reference per entry and, beside it, its direction. Every edit of
@@ -102,6 +104,8 @@ public:
     // "ORDER BY" and the entries, one per indented line, each followed by " DESC" when it sorts
     // descending (ascending is never written), with a final line break; empty for an empty list.
     std::string GetScript() const;
+    // The same text appended to Out.
+    void WriteScript(std::string& Out) const;
 
     void InsertObject(int Index, std::string_view S, TZvPersistent* Object) override;
     void Delete(int Index) override;

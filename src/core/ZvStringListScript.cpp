@@ -7,42 +7,43 @@
 #include "ZvTableDefs.h"
 #include "ZvUtils.h"
 
-#include <optional>
 #include <vector>
 
 namespace zv {
 
 namespace {
 
-// "KEYWORD BY" and the entries, each on an indented line of its own; empty without entries.
-std::string ClauseScript(const TZvSelectParser* Parser, std::string_view Keyword,
-                         const std::vector<std::string>& Entries) {
-    if (Entries.empty())
-        return {};
-    std::string Text = Parser ? Parser->ProcessKeyword(Keyword) + " " + Parser->ProcessKeyword("BY")
-                              : std::string(Keyword) + " BY";
-    Text += "\r\n  ";
-    for (std::size_t I = 0; I < Entries.size(); ++I) {
-        Text += Entries[I];
-        Text += I + 1 < Entries.size() ? ",\r\n  " : "\r\n";
-    }
-    return Text;
+// "KEYWORD BY" with the line break and indent before the first entry.
+void WriteClauseHead(std::string& Out, TZvSelectParser* Parser, std::string_view Keyword) {
+    AppendKeyword(Out, Parser, Keyword);
+    Out += ' ';
+    AppendKeyword(Out, Parser, "BY");
+    Out += "\r\n  ";
+}
+
+// What goes between entries, and after the last one.
+void WriteEntryEnd(std::string& Out, bool Last) {
+    Out += Last ? "\r\n" : ",\r\n  ";
 }
 
 // Entry written as a column of a table of the statement: the table part through ProcessName and
-// the column part through QuoteName. Nothing when the entry is not qualified by the alias of such
-// a table (an output alias, an expression, a stale qualifier): the caller then writes it whole.
-std::optional<std::string> TableColumnScript(TZvSelectParser* Parser, std::string_view Entry) {
+// the column part through QuoteName. False, and nothing written, when the entry is not qualified
+// by the alias of such a table (an output alias, an expression, a stale qualifier): the caller
+// then writes it whole.
+bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_view Entry) {
     if (!Parser)
-        return std::nullopt;
+        return false;
     TZvSQLScanner& Scanner = Parser->GetScanner();
     const char Open = Scanner.GetIdentQuote();
     const char Close = Scanner.GetQuotePair(Open);
     const std::string Table = ExtractTableName(Entry, Open, Close);
+    if (Table.empty())
+        return false;
     const std::string Column = ExtractFieldName(Entry, Open, Close);
-    if (Table.empty() || Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
-        return std::nullopt;
-    return QualifiedColumn(Scanner.ProcessName(Table), Scanner.QuoteName(Column));
+    if (Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
+        return false;
+    AppendQualifiedColumn(Out, Scanner.ProcessName(Table), Scanner.QuoteName(Column));
+    return true;
 }
 
 bool IsAggregate(TZvSelectParser& Parser, const TZvFieldDef& Field) {
@@ -82,29 +83,44 @@ void Regroup(TZvGroupByItems& List, TZvSelectParser& Parser) {
 } // namespace
 
 std::string TZvGroupByItems::GetScript() {
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvGroupByItems::WriteScript(std::string& Out) {
     TZvSelectParser* Owner = GetParser();
     if (Owner)
         Regroup(*this, *Owner);
-    std::vector<std::string> Texts;
+    if (Count() == 0)
+        return;
+    WriteClauseHead(Out, Owner, "GROUP");
     for (int I = 0; I < Count(); ++I) {
-        std::optional<std::string> Entry = TableColumnScript(Owner, Get(I));
-        Texts.push_back(Entry ? std::move(*Entry) : ProcessName(Get(I)));
+        if (!WriteTableColumn(Out, Owner, Get(I)))
+            Out += ProcessName(Get(I));
+        WriteEntryEnd(Out, I + 1 == Count());
     }
-    return ClauseScript(Owner, "GROUP", Texts);
 }
 
 std::string TZvOrderByItems::GetScript() const {
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvOrderByItems::WriteScript(std::string& Out) const {
+    if (Count() == 0)
+        return;
     TZvSelectParser* Owner = GetParser();
-    std::vector<std::string> Texts;
+    WriteClauseHead(Out, Owner, "ORDER");
     for (int I = 0; I < Count(); ++I) {
-        std::optional<std::string> Entry = TableColumnScript(Owner, Get(I));
         // Output aliases of computed columns pass here, quoted only where aliases are.
-        std::string Text = Entry ? std::move(*Entry) : ProcessAlias(Get(I));
+        if (!WriteTableColumn(Out, Owner, Get(I)))
+            Out += ProcessAlias(Get(I));
         if (GetOrders(I) == okDesc)
-            Text += " DESC";
-        Texts.push_back(std::move(Text));
+            Out += " DESC";
+        WriteEntryEnd(Out, I + 1 == Count());
     }
-    return ClauseScript(Owner, "ORDER", Texts);
 }
 
 } // namespace zv

@@ -76,13 +76,15 @@ public:
     // The FROM entry: "  " and the name, the procedure's parameters, the alias after the dialect's
     // delimiter when it differs from the name, then each line of the join chain after
     // "\r\n  ". No joins where the dialect writes them in the WHERE clause, nor outside a table list.
-    virtual std::string GetScript() const;
+    std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
     // Adds to Lines, for each join of Joins, its text and then the chain of its target table, so
     // that a table joined to a joined table follows it. A further condition between two tables that
     // already have a line is merged into that line; a condition the line already holds ends the
     // walk there, which is what ends a chain that returns to a table already present. A join that
     // writes no text of its own is left out, with the chain behind it.
-    virtual void GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const;
+    void GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const;
 
     TZvTableDefs* GetTableDefs() const;
 
@@ -158,6 +160,8 @@ public:
     // none, then "FROM" and the entries of the tables that no other table joins. Empty when there
     // is neither a field nor a table to write.
     std::string GetScript() const;
+    // The same text appended to Out.
+    void WriteScript(std::string& Out) const;
 
 private:
     friend class TZvFieldDef;

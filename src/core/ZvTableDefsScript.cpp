@@ -6,27 +6,112 @@
 #include "ZvSelectParser.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace zv {
 
 namespace {
 
-// Texts joined by ",\r\n": the separator of the SELECT list and of the FROM list.
-void AppendListEntry(std::string& List, const std::string& Entry) {
-    if (!List.empty())
-        List += ",\r\n";
-    List += Entry;
-}
+// One line of a FROM entry's join chain inside the statement's text: Start and End bound the
+// line's text (after its "\r\n  "), so that a further condition can be merged into it.
+struct TJoinSpan {
+    const TZvTableDef* Target;
+    std::size_t Start;
+    std::size_t End;
+};
+using TJoinSpans = std::vector<TJoinSpan>;
 
 // The condition of a further join between two tables that already have a line. Qualifiers pass
 // through ProcessName here, not as aliases as in the join's own text; that is intended, and it is
 // why a condition already written by the join's own text may be appended once more.
-std::string MergedCondition(const TZvJoinDef& Join) {
+void WriteMergedCondition(std::string& Out, const TZvJoinDef& Join) {
     const TZvTableDef* Owner = Join.GetTableDef();
-    return Join.GetConditionScript(
-        Join.ProcessName(Owner ? Owner->GetAlias() : std::string()), Join.ProcessName(Join.GetLeftField()),
-        Join.ProcessName(Join.GetTableAlias()), Join.ProcessName(Join.GetRightField()));
+    Join.WriteConditionScript(Out, Join.ProcessName(Owner ? Owner->GetAlias() : std::string()),
+                              Join.ProcessName(Join.GetLeftField()), Join.ProcessName(Join.GetTableAlias()),
+                              Join.ProcessName(Join.GetRightField()));
+}
+
+// Does Join write any text of its own? Tried at the end of Out, which is left as it was.
+bool WritesText(const TZvJoinDef& Join, std::string& Out) {
+    const std::size_t Mark = Out.size();
+    Join.WriteScript(Out);
+    const bool Written = Out.size() != Mark;
+    Out.resize(Mark);
+    return Written;
+}
+
+// Appends " AND " and Join's condition to the line at Spans[Line], unless the line already holds
+// that condition or the join writes no text of its own; false then, and Out is left as it was. The line is mostly the last one written;
+// when it is not, the condition is moved into place and the lines behind it shift.
+bool MergeIntoLine(TJoinSpans& Spans, std::size_t Line, const TZvJoinDef& Join, std::string& Out) {
+    const std::size_t Mark = Out.size();
+    Out += " AND \r\n    ";
+    const std::size_t Condition = Out.size();
+    WriteMergedCondition(Out, Join);
+    TJoinSpan& Span = Spans[Line];
+    const std::string_view Text(Out.data() + Span.Start, Span.End - Span.Start);
+    // Already on the line: this is where a chain that comes back to a table stops. Tried before
+    // the join's own text, which costs more and only matters when the condition is new.
+    if (Text.find(std::string_view(Out.data() + Condition, Out.size() - Condition)) != std::string_view::npos ||
+        !WritesText(Join, Out)) {
+        Out.resize(Mark);
+        return false;
+    }
+    if (Span.End != Mark) {
+        const std::string Merged = Out.substr(Mark);
+        Out.resize(Mark);
+        Out.insert(Span.End, Merged);
+        for (TJoinSpan& Behind : Spans) {
+            if (Behind.Start > Span.End) {
+                Behind.Start += Merged.size();
+                Behind.End += Merged.size();
+            }
+        }
+    }
+    Span.End += Out.size() - Mark;
+    return true;
+}
+
+// The join chain of Table (see TZvTableDef::GenerateJoinsScript), each new line written at the
+// end of Out after "\r\n  ".
+void WriteJoinChain(const TZvTableDef& Table, const TZvJoinDefs& Joins, TJoinSpans& Spans, std::string& Out) {
+    const TZvTableDefs* Tables = Table.GetTableDefs();
+    if (!Tables)
+        return;
+    for (int I = 0; I < Joins.Count(); ++I) {
+        const TZvJoinDef& Join = *Joins.Items(I);
+        const TZvTableDef* Target = Tables->FindByAlias(Join.GetTableAlias());
+        if (!Target)
+            continue;
+        const auto Line = std::find_if(Spans.begin(), Spans.end(),
+                                       [Target](const TJoinSpan& L) { return L.Target == Target; });
+        // A join that writes no text of its own (no column, an unknown kind) is incomplete and is
+        // left out of the chain altogether: merged, its bare condition would open a line without
+        // "JOIN", or end up as "(O.X = C.)".
+        if (Line == Spans.end()) {
+            const std::size_t Mark = Out.size();
+            Out += "\r\n  ";
+            const std::size_t Start = Out.size();
+            Join.WriteScript(Out);
+            if (Out.size() == Start) {
+                Out.resize(Mark);
+                continue;
+            }
+            Spans.push_back({Target, Start, Out.size()});
+        } else if (!MergeIntoLine(Spans, static_cast<std::size_t>(Line - Spans.begin()), Join, Out)) {
+            continue;
+        }
+        WriteJoinChain(*Target, Target->GetJoinDefs(), Spans, Out);
+    }
+}
+
+// Texts joined by ",\r\n" (the separator of the SELECT list and of the FROM list) are written
+// through a mark: the separator goes before every entry but the first of its list.
+void WriteListSeparator(std::string& Out, std::size_t ListStart) {
+    if (Out.size() != ListStart)
+        Out += ",\r\n";
 }
 
 bool HasJoinTo(const TZvTableDef& Table, const std::string& Alias) {
@@ -56,89 +141,95 @@ void MirrorJoin(const TZvJoinDef& Join, TZvJoinDef& Mirror) {
 // ---- TZvTableDef ----------------------------------------------------------------------------
 
 std::string TZvTableDef::GetScript() const {
-    std::string Text = "  " + ProcessName(Name);
-    if (TableType == qttStoredProc)
-        Text += GetProcParamString();
-    TZvSelectParser* Parser = GetParser();
-    if (!Alias.empty() && Alias != Name)
-        Text += (Parser ? Parser->ProcessKeyword(Parser->GetTableNameAndAliasDeilm()) : std::string(" ")) +
-                ProcessAlias(Alias);
-    if ((Parser && Parser->IsOracleJoins()) || !GetTableDefs())
-        return Text;
-    TZvJoinLines Lines;
-    GenerateJoinsScript(GetJoinDefs(), Lines);
-    for (const TZvJoinLine& Line : Lines)
-        Text += "\r\n  " + Line.Text;
+    std::string Text;
+    WriteScript(Text);
     return Text;
 }
 
-void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const {
-    const TZvTableDefs* Tables = GetTableDefs();
-    if (!Tables)
-        return;
-    for (int I = 0; I < Joins.Count(); ++I) {
-        const TZvJoinDef& Join = *Joins.Items(I);
-        const TZvTableDef* Target = Tables->FindByAlias(Join.GetTableAlias());
-        if (!Target)
-            continue;
-        // A join that writes no text of its own (no column, an unknown kind) is incomplete and is
-        // left out of the chain altogether: merged, its bare condition would open a line without
-        // "JOIN", or end up as "(O.X = C.)".
-        std::string Script = Join.GetScript();
-        if (Script.empty())
-            continue;
-        const auto Line = std::find_if(Lines.begin(), Lines.end(),
-                                       [Target](const TZvJoinLine& L) { return L.Target == Target; });
-        if (Line == Lines.end()) {
-            Lines.push_back({std::move(Script), Target});
-        } else {
-            const std::string Condition = MergedCondition(Join);
-            // Already on the line: this is where a chain that comes back to a table stops.
-            if (Line->Text.find(Condition) != std::string::npos)
-                continue;
-            Line->Text += " AND \r\n    " + Condition;
-        }
-        Target->GenerateJoinsScript(Target->GetJoinDefs(), Lines);
+void TZvTableDef::WriteScript(std::string& Out) const {
+    Out += "  ";
+    Out += ProcessName(Name);
+    if (TableType == qttStoredProc)
+        Out += GetProcParamString();
+    TZvSelectParser* Parser = GetParser();
+    if (!Alias.empty() && Alias != Name) {
+        if (Parser)
+            AppendKeyword(Out, Parser, Parser->GetTableNameAndAliasDeilm());
+        else
+            Out += ' ';
+        Out += ProcessAlias(Alias);
     }
+    if ((Parser && Parser->IsOracleJoins()) || !GetTableDefs())
+        return;
+    TJoinSpans Spans;
+    WriteJoinChain(*this, GetJoinDefs(), Spans, Out);
+}
+
+void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const {
+    std::string Text;
+    TJoinSpans Spans;
+    WriteJoinChain(*this, Joins, Spans, Text);
+    for (const TJoinSpan& Span : Spans)
+        Lines.push_back({Text.substr(Span.Start, Span.End - Span.Start), Span.Target});
 }
 
 // ---- TZvTableDefs ---------------------------------------------------------------------------
 
 std::string TZvTableDefs::GetScript() const {
-    std::string Fields;
+    std::string Text;
+    WriteScript(Text);
+    return Text;
+}
+
+void TZvTableDefs::WriteScript(std::string& Out) const {
+    const std::size_t Start = Out.size();
+    Out += "\r\n";
+    const std::size_t Fields = Out.size();
     for (int I = 0; I < GetFieldCount(); ++I) {
         const TZvFieldDef* Field = GetFieldDefs(I);
         if (!Field || !Field->IsSelected())
             continue;
-        const std::string Script = Field->GetScript();
-        if (!Script.empty())
-            AppendListEntry(Fields, "  " + Script);
+        const std::size_t Mark = Out.size();
+        WriteListSeparator(Out, Fields);
+        Out += "  ";
+        const std::size_t Body = Out.size();
+        Field->WriteScript(Out);
+        if (Out.size() == Body)
+            Out.resize(Mark);
+    }
+    const bool HasFields = Out.size() != Fields;
+    // Without fields the list is "*", kept only when a FROM clause follows.
+    if (!HasFields) {
+        Out.resize(Start);
+        Out += '*';
     }
     TZvSelectParser* Parser = GetParser();
-    std::string From;
+    const std::size_t FromStart = Out.size();
+    Out += "\r\n";
+    AppendKeyword(Out, Parser, "FROM");
+    Out += "\r\n";
+    const std::size_t From = Out.size();
     for (int I = 0; I < Count(); ++I) {
         const TZvTableDef* Table = Items(I);
         // A joined table is written inside the chain of the table that joins it.
         if (Parser && !Parser->IsOracleJoins() && IsTableJoined(Table))
             continue;
-        if (!Table->IsEmptyName())
-            AppendListEntry(From, Table->GetScript());
+        if (!Table->IsEmptyName()) {
+            WriteListSeparator(Out, From);
+            Table->WriteScript(Out);
+        }
     }
     // Tables that all join one another leave nobody to start a chain; the first named one does.
-    if (From.empty() && Parser && Parser->IsConstInJoin()) {
-        for (int I = 0; I < Count() && From.empty(); ++I)
+    if (Out.size() == From && Parser && Parser->IsConstInJoin()) {
+        for (int I = 0; I < Count() && Out.size() == From; ++I)
             if (!Items(I)->GetName().empty())
-                From = Items(I)->GetScript();
+                Items(I)->WriteScript(Out);
     }
-    std::string Select;
-    if (!Fields.empty())
-        Select = "\r\n" + Fields;
-    else if (!From.empty())
-        Select = "*";
-    if (From.empty())
-        return Select;
-    return Select + "\r\n" + (Parser ? Parser->ProcessKeyword("FROM") : std::string("FROM")) + "\r\n" + From +
-           "\r\n";
+    if (Out.size() == From) {
+        Out.resize(HasFields ? FromStart : Start);
+        return;
+    }
+    Out += "\r\n";
 }
 
 void TZvTableDefs::UpdateJoinsWithConsts() {

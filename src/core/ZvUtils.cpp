@@ -48,6 +48,13 @@ std::string Trim(std::string_view S) {
     return std::string(S.substr(First, Last - First));
 }
 
+bool IsBlankText(std::string_view S) {
+    for (char C : S)
+        if (!IsBlank(C))
+            return false;
+    return true;
+}
+
 std::string NormalizeInputText(std::string_view Text) {
     if (!Text.empty() && Text.back() == '\n')
         Text.remove_suffix(Text.size() >= 2 && Text[Text.size() - 2] == '\r' ? 2 : 1);

@@ -35,6 +35,8 @@ inline bool SameText(std::string_view A, std::string_view B) {
 }
 // S without leading and trailing blanks and control characters (codes up to 32).
 std::string Trim(std::string_view S);
+// True when S holds only blanks and control characters: Trim(S) would be empty.
+bool IsBlankText(std::string_view S);
 // Statement text as an editor or a file holds it, made ready for the scanner, whose line end is
 // carriage return + line feed: lone line feeds become "\r\n" and one final line break is dropped.
 std::string NormalizeInputText(std::string_view Text);

@@ -40,6 +40,24 @@ TEST(ZvCli, LinesFormatsEachNonEmptyLine) {
                      "SELECT \r\n  B\r\nFROM\r\n  U\r\n\n");
 }
 
+TEST(ZvCli, LinesOutputOfManyBlocksComesOutWholeAndInOrder) {
+    std::string Input;
+    std::string Expected;
+    for (int I = 0; I < 6000; ++I) {
+        const std::string Table = "T" + std::to_string(I);
+        Input += "SELECT A FROM " + Table + "\n";
+        Expected += "SELECT \r\n  A\r\nFROM\r\n  " + Table + "\r\n\n";
+        if (I % 1000 == 999) {
+            Input += "SELECT\n";
+            Expected += "error: Unexpected end of statement.\n";
+        }
+    }
+    ASSERT_GT(Expected.size(), 2u << 16) << "the output must span several of the tool's write blocks";
+    const TResult R = RunTool({"format", "--lines"}, Input);
+    EXPECT_EQ(R.Code, 0);
+    EXPECT_EQ(R.Out, Expected);
+}
+
 TEST(ZvCli, CaseOptionsReachTheGenerator) {
     const TResult R = RunTool({"format", "--keywords", "lower", "--functions=upper"}, "SELECT count(*) FROM T");
     EXPECT_EQ(R.Out, "select \r\n  COUNT(*) as FIELD_1\r\nfrom\r\n  T\r\n");

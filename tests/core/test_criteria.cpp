@@ -343,6 +343,20 @@ TEST_F(Criteria, ConditionsThatWriteNothingLeaveNoConnectiveBehind) {
     EXPECT_EQ(Where.GetScript(), "WHERE\r\n  (A.X = 1) AND \r\n  (A.Y = 2)\r\n");
 }
 
+TEST_F(Criteria, WritingAppendsToTheTextBeforeAndLeavesItAloneWhenNothingIsWritten) {
+    std::string Text = "SELECT";
+    Where.Add();
+    Where.SetFilter(cfNone);
+    Where.WriteScript(Text);
+    EXPECT_EQ(Text, "SELECT");
+    AddCondition(Where, "A.X", "=", {{"1"}});
+    Where.Add();
+    AddCondition(Where, "A.Y", "=", {{"2"}});
+    Where.WriteScript(Text);
+    EXPECT_EQ(Text, "SELECTWHERE\r\n  NOT ((A.X = 1) OR \r\n  (A.Y = 2))\r\n");
+    EXPECT_EQ(Text, "SELECT" + Where.GetScript());
+}
+
 TEST_F(Criteria, AnEmptyTreeWritesNoClause) {
     EXPECT_EQ(Where.GetScript(), "");
     Where.Add();

@@ -484,6 +484,27 @@ TEST(TZvTableDef, AChainThatReturnsToAJoinedTableAddsItsConditionOnceAndStops) {
                                                     "INNER JOIN C ON (B.ID = C.BID)"}));
 }
 
+TEST(TZvTableDef, ConditionsMergedIntoEarlierLinesKeepTheLinesBehindThemWhole) {
+    TModel<> M;
+    TZvTableDef* A = M.Table("A");
+    TZvTableDef* B = M.Table("B");
+    M.Table("C");
+    TZvTableDef* D = M.Table("D");
+    M.Join(A, "ID", "B", "AID");
+    M.Join(B, "ID", "D", "BID");
+    // Comes back to B while D's line stands behind B's.
+    M.Join(D, "BID", "B", "ID");
+    M.Join(A, "ID", "C", "AID");
+    // A second condition for D, whose line now has C's behind it.
+    M.Join(A, "REGION", "D", "REGION");
+    const std::vector<std::string> Expected{
+        std::string("INNER JOIN B ON (A.ID = B.AID)") + AND_BREAK + "(D.BID = B.ID)",
+        std::string("INNER JOIN D ON (B.ID = D.BID)") + AND_BREAK + "(A.REGION = D.REGION)",
+        "INNER JOIN C ON (A.ID = C.AID)"};
+    EXPECT_EQ(M.Lines(A), Expected);
+    EXPECT_EQ(A->GetScript(), "  A\r\n  " + Expected[0] + "\r\n  " + Expected[1] + "\r\n  " + Expected[2]);
+}
+
 TEST(TZvTableDef, AChainNamingItsTargetByTheJoinsAliasOnlyFollowsTablesFoundByAlias) {
     TOrders M;
     // GetScript of the join finds the target by name, the chain only by alias.
@@ -645,6 +666,16 @@ TEST(TZvTableDefs, ConstantsAreNotDistributedWhereTheDialectDoesNotWriteThemInJo
     EXPECT_EQ(M.O->GetJoinDefs().Count(), 2);
     EXPECT_TRUE(Constant->GetPending());
     EXPECT_EQ(Constant->GetTableAlias(), "");
+}
+
+TEST(TZvTableDefs, WritingAppendsToTheTextBeforeAndLeavesItAloneWhenNothingIsWritten) {
+    TModel<> M;
+    std::string Text = "SELECT ";
+    M.Tables.WriteScript(Text);
+    EXPECT_EQ(Text, "SELECT ");
+    M.Table("ORDERS", "O");
+    M.Tables.WriteScript(Text);
+    EXPECT_EQ(Text, "SELECT *\r\nFROM\r\n  ORDERS O\r\n");
 }
 
 TEST(TZvTableDefs, TablesThatAllJoinOneAnotherAreWrittenFromTheFirstNamedTable) {

@@ -147,18 +147,18 @@ bool TZvOracleJoinDef::GetUseCondition() const {
     return false;
 }
 
-std::string TZvOracleJoinDef::GetScript() const {
+void TZvOracleJoinDef::WriteScript(std::string& Out) const {
     const TZvTableDef* Owner = GetTableDef();
     if (!Owner || GetLeftField().empty() || Trim(GetRightField()).empty() || GetTableAlias().empty() ||
         GetKind() > zvjFOuterJoin)
-        return {};
+        return;
     std::string Right;
     if (const TZvTableDefs* Tables = Owner->GetTableDefs()) {
         const TZvTableDef* Target = Tables->FindByAlias(GetTableAlias());
         if (!Target)
             Target = Tables->FindByName(GetTableAlias());
         if (!Target)
-            return {};
+            return;
         Right = QualifiedColumn(Qualifier(*Target), MarkedJoinColumn(*Target, GetRightField()));
     } else {
         Right = QualifiedColumn(ProcessName(GetTableAlias()), ProcessName(GetRightField()));
@@ -166,7 +166,7 @@ std::string TZvOracleJoinDef::GetScript() const {
     const std::string Left = QualifiedColumn(Qualifier(*Owner), MarkedJoinColumn(*Owner, GetLeftField()));
     const bool LeftOptional = GetKind() == zvjROuterJoin || GetKind() == zvjFOuterJoin;
     const bool RightOptional = GetKind() == zvjLOuterJoin || GetKind() == zvjFOuterJoin;
-    return Left + std::string(LeftOptional ? kOuterMark : "") + " " + GetOperator() + " " + Right +
+    Out += Left + std::string(LeftOptional ? kOuterMark : "") + " " + GetOperator() + " " + Right +
            std::string(RightOptional ? kOuterMark : "");
 }
 
@@ -187,7 +187,7 @@ namespace {
 class TZvOracleWhereItems : public TZvWhereItems {
 public:
     using TZvWhereItems::TZvWhereItems;
-    std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
 
 private:
     std::vector<std::string> JoinScripts(TZvSelectParser& Parser) const;
@@ -208,18 +208,23 @@ std::vector<std::string> TZvOracleWhereItems::JoinScripts(TZvSelectParser& Parse
     return Texts;
 }
 
-std::string TZvOracleWhereItems::GetScript() const {
+void TZvOracleWhereItems::WriteScript(std::string& Out) const {
     TZvSelectParser* Parser = GetParser();
-    if (!Parser)
-        return TZvWhereItems::GetScript();
+    if (!Parser) {
+        TZvWhereItems::WriteScript(Out);
+        return;
+    }
     const std::vector<std::string> Joins = JoinScripts(*Parser);
-    if (Joins.empty())
-        return TZvWhereItems::GetScript();
+    if (Joins.empty()) {
+        TZvWhereItems::WriteScript(Out);
+        return;
+    }
     const std::string Separator = Parser->ProcessKeyword(" AND") + "\r\n  ";
     std::string Text;
     for (const std::string& Join : Joins)
         Text += (Text.empty() ? "" : Separator) + Join;
-    std::string Tree = TZvCriterions::GetScript();
+    std::string Tree;
+    TZvCriterions::WriteScript(Tree);
     if (!Tree.empty()) {
         // A top-level list ends its text with a line break; the clause adds its own.
         if (Tree.size() >= 2 && Tree.compare(Tree.size() - 2, 2, "\r\n") == 0)
@@ -228,7 +233,7 @@ std::string TZvOracleWhereItems::GetScript() const {
             Tree = "(" + Tree + ")";
         Text += Separator + Tree;
     }
-    return Parser->ProcessKeyword("WHERE") + "\r\n  " + Text + "\r\n";
+    Out += Parser->ProcessKeyword("WHERE") + "\r\n  " + Text + "\r\n";
 }
 
 } // namespace

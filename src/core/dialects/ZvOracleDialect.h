@@ -50,7 +50,7 @@ public:
     bool GetUseCondition() const override;
     // "%s.%s%s %s %s.%s%s" (qualifier, column, mark, operator, qualifier, column, mark) with the
     // mark " (+)"; empty in the cases the generic join writes nothing.
-    std::string GetScript() const override;
+    void WriteScript(std::string& Out) const override;
 };
 
 // A table whose joins are TZvOracleJoinDef.
