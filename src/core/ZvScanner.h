@@ -262,8 +262,11 @@ protected:
     template <class TWords>
     void MarkListed(const TWords& Words);
     bool IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest);
-    void ClassifyWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
+    static TTokenKinds WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
+    void ClassifyDialectWord(std::uint8_t WordFlags);
     void ClassifyWord(std::uint8_t WordFlags);
+    void PassOpeningQuote();
+    bool PassClosingQuote();
     // Passes over a run of plain blanks and line ends as the token reader would, one counted
     // token each, without building the tokens.
     void SkipBlanks();
@@ -285,6 +288,7 @@ private:
         ccLoneDelim = 1 << 12,   // a delimiter read as a token of its own: no quote, operator or line end
         ccListed = 1 << 13,      // occurs in a keyword, function, operation or boolean literal
         ccBlankStart = 1 << 14,  // may begin a run that SkipBlanks passes over
+        ccNameSafe = 1 << 15,    // in a name, no blank, "*", "." or identifier quote
     };
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
@@ -293,8 +297,15 @@ private:
         return CharClass[static_cast<unsigned char>(C)];
     }
     bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
+    // The classes of the character at 1-based position P of Data (the tables are built).
+    std::uint16_t ClassAt(const char* Data, std::int32_t P) const {
+        return CharClass[static_cast<unsigned char>(Data[P - 1])];
+    }
     // True when every character of S is of a class in Mask (also for the empty S).
     bool AllHave(std::string_view S, std::uint16_t Mask);
+    // A letter followed by legal symbols, with no character that makes NeedQuotes look closer.
+    bool IsPlainWord(std::string_view S);
+    bool PartsNeedNoQuotes(std::string_view S);
     void BuildClassTables();
     void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
     void FillList(TZvWordList& List, const std::string& CommaText);
