@@ -487,7 +487,7 @@ bool TZvSQLScanner::IsBackwardQuote(char C) {
 // TZvSQLScanner: the token reader
 
 void TZvSQLScanner::GetNextToken() {
-    EnsureDefined();
+    // Valid tables imply defined lists (BuildClassTables defines them first).
     if (!CharClassesValid)
         BuildClassTables();
     if ((!InQuote || PassClosingQuote()) && ReadCommonToken())
@@ -569,6 +569,26 @@ void TZvSQLScanner::SkipBlanks() {
     TokenKinds = TTokenKinds{tkSpace};
 }
 
+// An operator outside quotes ("<=", "<>"), read as the general loop reads one. False, with nothing
+// changed that the general loop does not set again, when the characters make no operator.
+bool TZvSQLScanner::ReadCommonOperator() {
+    const TTokenKinds Before = TokenKinds;
+    TokenKinds = TTokenKinds{};
+    TokenPos = Position;
+    if (!ReadOperator(opComparePrefix, opCompare, tkComparison) && !ReadOperator(opComplexPrefix, opComplex, tkSpecial)) {
+        TokenKinds = Before;
+        return false;
+    }
+    const std::uint8_t WordFlags = WordFlagsOfToken();
+    if (Token == ";")
+        TokenKinds = TTokenKinds{tkEnd};
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
+    Column += static_cast<std::int32_t>(Token.size());
+    Level += LevelDelta[static_cast<unsigned char>(Token.back())];
+    return true;
+}
+
 // The kinds of a word read outside quotes, from its word flags and the classes of its first
 // character and of all the others (the base scanner's word tests, without calling them).
 inline TTokenKinds TZvSQLScanner::WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
@@ -627,9 +647,14 @@ bool TZvSQLScanner::ReadCommonToken() {
     std::int32_t End = P + 1;
     if (First & Stop) {
         if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim) {
-            if ((First & (ccQuote | ccIdentQuote)) && !EmptyQuote)
-                PassOpeningQuote();
-            return false;
+            if (First & (ccQuote | ccIdentQuote)) {
+                if (!EmptyQuote)
+                    PassOpeningQuote();
+                return false;
+            }
+            // A "." may begin a fraction, which the general loop tries first.
+            return (First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && Data[P - 1] != '.' &&
+                   ReadCommonOperator();
         }
     } else {
         for (; End <= Size; ++End) {
@@ -1022,8 +1047,8 @@ std::string TZvSQLScanner::QuoteStr(std::string_view S) {
 // A plain word (a letter, then legal symbols, none of them a blank, "*", "." or identifier quote)
 // passes every test below but the last: the common case costs one pass and the word look-ups.
 bool TZvSQLScanner::NeedQuotes(std::string_view S) {
-    if (IsPlainWord(S))
-        return IsFunction(S) || IsKeyword(S);
+    if (const std::uint16_t Shared = PlainWordClasses(S))
+        return IsReservedWord(S, Shared);
     if (S.empty() || IsPaddedStar(S))
         return false;
     const char Open = GetIdentQuote();
@@ -1070,31 +1095,40 @@ std::string TZvSQLScanner::QuoteName(std::string_view S) {
     return Name;
 }
 
-bool TZvSQLScanner::IsPlainWord(std::string_view S) {
+std::uint16_t TZvSQLScanner::PlainWordClasses(std::string_view S) {
     if (S.empty() || !(Classes(S[0]) & ccAlpha))
-        return false;
+        return 0;
+    std::uint16_t Shared = 0xFFFF;
+    for (const char C : S)
+        Shared &= CharClass[static_cast<unsigned char>(C)];
     constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
-    for (const char C : S) {
-        if ((CharClass[static_cast<unsigned char>(C)] & Plain) != Plain)
-            return false;
-    }
-    return true;
+    return (Shared & Plain) == Plain ? Shared : 0;
+}
+
+// The base scanner's keyword and function tests are its lists, which the word index holds: one
+// look-up, none at all for a word with a character that no listed word has.
+bool TZvSQLScanner::IsReservedWord(std::string_view S, std::uint16_t Shared) {
+    if (!BaseWordRules)
+        return IsFunction(S) || IsKeyword(S);
+    return (Shared & ccListed) && (WordClasses.Find(S) & (wfKeyword | wfFunction));
 }
 
 // Without identifier quotes a name splits at every "."; QuoteName leaves a part that needs no
 // quotes as it stands, so when no part needs them the name comes back unchanged.
 bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
-    for (const char C : S) {
-        if (Has(C, ccIdentQuote))
+    if (!CharClassesValid)
+        BuildClassTables();
+    for (std::size_t Start = 0, I = 0;; ++I) {
+        if (I == S.size() || S[I] == '.') {
+            const std::string_view Part = S.substr(Start, I - Start);
+            if (BaseWordRules ? TZvSQLScanner::NeedQuotes(Part) : NeedQuotes(Part))
+                return false;
+            if (I == S.size())
+                return true;
+            Start = I + 1;
+        } else if (CharClass[static_cast<unsigned char>(S[I])] & ccIdentQuote) {
             return false;
-    }
-    for (std::size_t Start = 0;;) {
-        const std::size_t Dot = S.find('.', Start);
-        if (NeedQuotes(S.substr(Start, Dot == std::string_view::npos ? Dot : Dot - Start)))
-            return false;
-        if (Dot == std::string_view::npos)
-            return true;
-        Start = Dot + 1;
+        }
     }
 }
 

@@ -265,6 +265,7 @@ protected:
     static TTokenKinds WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyDialectWord(std::uint8_t WordFlags);
     void ClassifyWord(std::uint8_t WordFlags);
+    bool ReadCommonOperator();
     void PassOpeningQuote();
     bool PassClosingQuote();
     // Passes over a run of plain blanks and line ends as the token reader would, one counted
@@ -303,8 +304,12 @@ private:
     }
     // True when every character of S is of a class in Mask (also for the empty S).
     bool AllHave(std::string_view S, std::uint16_t Mask);
-    // A letter followed by legal symbols, with no character that makes NeedQuotes look closer.
-    bool IsPlainWord(std::string_view S);
+    // For a plain word (a letter, then legal symbols, none of them a character that makes
+    // NeedQuotes look closer: a blank, "*", "." or identifier quote), the classes that all its
+    // characters share; 0 for any other text.
+    std::uint16_t PlainWordClasses(std::string_view S);
+    // IsKeyword or IsFunction of a plain word whose characters share the classes Shared.
+    bool IsReservedWord(std::string_view S, std::uint16_t Shared);
     bool PartsNeedNoQuotes(std::string_view S);
     void BuildClassTables();
     void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
