@@ -420,8 +420,18 @@ void TZvSQLScanner::BuildClassTables() {
     }
     PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
     // The word tests, ProcessIdent and GetFormatTokenIdent are the ones of this class unless a
-    // dialect derives from it: then words are classified from the class table alone.
+    // dialect derives from it: then words are classified from the class table alone. So are they
+    // where the dialect declares its own word tests to be these, up to case folding.
     BaseWordRules = typeid(*this) == typeid(TZvSQLScanner);
+    if (BaseWordRules)
+        WordRules = TZvWordRules::Base;
+    else
+        WordRules = RulesOwner && typeid(*this) == *RulesOwner ? DeclaredRules : TZvWordRules::Virtual;
+    for (int Code = 0; Code < 256; ++Code) {
+        const char C = static_cast<char>(static_cast<unsigned char>(Code));
+        const char Folded = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+        FoldedClass[static_cast<std::size_t>(Code)] = CharClass[static_cast<unsigned char>(Folded)];
+    }
     CharClassesValid = true;
     // A "." begins a fraction rather than standing alone where the empty text counts as an integer.
     if (IsInteger({}))
@@ -688,8 +698,10 @@ bool TZvSQLScanner::ReadCommonToken() {
 
     if (First & Stop)
         TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
-    else if (BaseWordRules)
+    else if (WordRules == TZvWordRules::Base)
         TokenKinds = WordKinds(WordFlags, First, Rest);
+    else if (WordRules != TZvWordRules::Virtual)
+        ClassifyFoldedWord(WordFlags, First, Rest);
     else
         ClassifyDialectWord(WordFlags);
     if (WordFlags & wfOperation)
@@ -704,6 +716,24 @@ void TZvSQLScanner::ClassifyDialectWord(std::uint8_t WordFlags) {
     ClassifyWord(WordFlags);
     if (TokenKinds.Contains(tkIdent))
         Token = GetFormatTokenIdent(Token, false);
+}
+
+// The same for a dialect that folds words to one case: its tests on the folded word. An identifier
+// by the unfolded word has only letters of the folded case (its IsAlpha accepts no others), so it
+// is one by the folded word too; and an identifier is written folded.
+void TZvSQLScanner::ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
+    TokenKinds = WordKinds(WordFlags, First, Rest);
+    if (TokenKinds.Empty()) {
+        bool Identifier = (FoldedClass[static_cast<unsigned char>(Token[0])] & ccAlpha) != 0;
+        for (std::size_t I = 1; Identifier && I < Token.size(); ++I)
+            Identifier = (FoldedClass[static_cast<unsigned char>(Token[I])] & ccLegal) != 0;
+        if (Identifier)
+            TokenKinds = TTokenKinds{tkIdent};
+    }
+    if (TokenKinds.Contains(tkIdent)) {
+        for (char& C : Token)
+            C = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+    }
 }
 
 // The opening quote, passed over as the general loop would (a bare quote is never handed out);
@@ -745,7 +775,7 @@ bool TZvSQLScanner::PassClosingQuote() {
 
 // IsInteger of a word whose first character is of the classes First and the others share Rest.
 bool TZvSQLScanner::IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest) {
-    return BaseWordRules ? (First & Rest & ccDigit) != 0 : IsInteger(Word);
+    return WordRules != TZvWordRules::Virtual ? (First & Rest & ccDigit) != 0 : IsInteger(Word);
 }
 
 void TZvSQLScanner::AdjustLevelAfterToken() {
@@ -1108,27 +1138,35 @@ std::uint16_t TZvSQLScanner::PlainWordClasses(std::string_view S) {
 // The base scanner's keyword and function tests are its lists, which the word index holds: one
 // look-up, none at all for a word with a character that no listed word has.
 bool TZvSQLScanner::IsReservedWord(std::string_view S, std::uint16_t Shared) {
-    if (!BaseWordRules)
+    if (WordRules == TZvWordRules::Virtual)
         return IsFunction(S) || IsKeyword(S);
     return (Shared & ccListed) && (WordClasses.Find(S) & (wfKeyword | wfFunction));
 }
 
 // Without identifier quotes a name splits at every "."; QuoteName leaves a part that needs no
-// quotes as it stands, so when no part needs them the name comes back unchanged.
+// quotes as it stands, so when no part needs them the name comes back unchanged. One pass over
+// the characters collects the classes each part's characters share, which settle a plain part.
 bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
     if (!CharClassesValid)
         BuildClassTables();
+    constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
+    std::uint16_t Shared = 0xFFFF;
     for (std::size_t Start = 0, I = 0;; ++I) {
-        if (I == S.size() || S[I] == '.') {
-            const std::string_view Part = S.substr(Start, I - Start);
-            if (BaseWordRules ? TZvSQLScanner::NeedQuotes(Part) : NeedQuotes(Part))
+        if (I < S.size() && S[I] != '.') {
+            Shared &= CharClass[static_cast<unsigned char>(S[I])];
+            if (CharClass[static_cast<unsigned char>(S[I])] & ccIdentQuote)
                 return false;
-            if (I == S.size())
-                return true;
-            Start = I + 1;
-        } else if (CharClass[static_cast<unsigned char>(S[I])] & ccIdentQuote) {
-            return false;
+            continue;
         }
+        const std::string_view Part = S.substr(Start, I - Start);
+        const bool PlainPart = !Part.empty() && (CharClass[static_cast<unsigned char>(Part[0])] & ccAlpha) &&
+                               (Shared & Plain) == Plain;
+        if (PlainPart && BaseWordRules ? IsReservedWord(Part, Shared) : NeedQuotes(Part))
+            return false;
+        if (I == S.size())
+            return true;
+        Start = I + 1;
+        Shared = 0xFFFF;
     }
 }
 

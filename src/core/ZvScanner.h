@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <type_traits>
+#include <typeinfo>
 #include <string>
 #include <string_view>
 
@@ -239,6 +240,22 @@ public:
     bool ProcessAliases = false;
 
 protected:
+    // What the word tests (IsInteger, IsIdentifier, IsKeyword, IsFunction, ProcessIdent and
+    // GetFormatTokenIdent) make of a word read outside quotes.
+    enum class TZvWordRules : std::uint8_t {
+        Virtual,     // only the tests themselves can tell
+        Base,        // those of this class: the class table and the word index answer them
+        FoldUpper,   // those of this class on the word upper-cased, an identifier written so
+        FoldLower,   // the same, lower-cased
+    };
+    // A dialect whose word tests follow Rules says so for its own class Owner. A scanner derived
+    // from it further may override them, and has its tests called again.
+    void DeclareWordRules(const std::type_info& Owner, TZvWordRules Rules) {
+        RulesOwner = &Owner;
+        DeclaredRules = Rules;
+        CharClassesValid = false;
+    }
+
     bool IsForwardQuote(char C) override;
     bool IsBackwardQuote(char C) override;
     // NeedQuotes of the dialects whose reserved words can never stand as bare names: a name
@@ -264,6 +281,7 @@ protected:
     bool IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest);
     static TTokenKinds WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyDialectWord(std::uint8_t WordFlags);
+    void ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyWord(std::uint8_t WordFlags);
     bool ReadCommonOperator();
     void PassOpeningQuote();
@@ -346,7 +364,11 @@ private:
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }
     bool CharClassesValid = false;
-    bool BaseWordRules = false;  // no dialect overrides the word tests (see BuildClassTables)
+    bool BaseWordRules = false;  // no dialect overrides any test (see BuildClassTables)
+    TZvWordRules WordRules = TZvWordRules::Virtual;
+    const std::type_info* RulesOwner = nullptr;
+    TZvWordRules DeclaredRules = TZvWordRules::Virtual;
+    std::array<std::uint16_t, 256> FoldedClass{};  // the classes of each character's folded case
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
     bool Defining = false;
