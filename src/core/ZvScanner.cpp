@@ -23,6 +23,35 @@ constexpr std::string_view kGenericFunctions = "SUM,MIN,MAX,AVG,COUNT";
 constexpr std::string_view kGenericOperations = "+,-,*,/,||";
 constexpr std::string_view kGenericComparisons = "=,<>,<,<=,>,>=";
 
+// "*" with nothing but blanks and control characters (codes up to 32) around it.
+bool IsPaddedStar(std::string_view S) {
+    const std::size_t Star = S.find('*');
+    if (Star == std::string_view::npos)
+        return false;
+    for (std::size_t I = 0; I < S.size(); ++I) {
+        if (I != Star && static_cast<unsigned char>(S[I]) > ' ')
+            return false;
+    }
+    return true;
+}
+
+// Target = the Size bytes at Text. Most tokens are a few bytes long: a copy of a known length is
+// a few moves where one of any length is a call.
+void AssignShort(std::string& Target, const char* Text, std::size_t Size) {
+    Target.clear();
+    switch (Size) {
+    case 1: Target.append(Text, 1); break;
+    case 2: Target.append(Text, 2); break;
+    case 3: Target.append(Text, 3); break;
+    case 4: Target.append(Text, 4); break;
+    case 5: Target.append(Text, 5); break;
+    case 6: Target.append(Text, 6); break;
+    case 7: Target.append(Text, 7); break;
+    case 8: Target.append(Text, 8); break;
+    default: Target.append(Text, Size); break;
+    }
+}
+
 } // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -355,6 +384,8 @@ void TZvSQLScanner::BuildClassTables() {
             Bits |= ccLevelDown;
         if (C == '.')
             Bits |= ccDot;
+        if (static_cast<unsigned char>(C) > ' ' && C != '*' && C != '.' && !(Bits & ccIdentQuote))
+            Bits |= ccNameSafe;
         CharClass[static_cast<std::size_t>(Code)] = Bits;
         LevelDelta[static_cast<std::size_t>(Code)] =
             static_cast<std::int8_t>(((Bits & ccLevelUp) ? 1 : 0) - ((Bits & ccLevelDown) ? 1 : 0));
@@ -389,8 +420,18 @@ void TZvSQLScanner::BuildClassTables() {
     }
     PlainLineEnd = !(CharClass['\r'] & ccOperatorStart);
     // The word tests, ProcessIdent and GetFormatTokenIdent are the ones of this class unless a
-    // dialect derives from it: then words are classified from the class table alone.
+    // dialect derives from it: then words are classified from the class table alone. So are they
+    // where the dialect declares its own word tests to be these, up to case folding.
     BaseWordRules = typeid(*this) == typeid(TZvSQLScanner);
+    if (BaseWordRules)
+        WordRules = TZvWordRules::Base;
+    else
+        WordRules = RulesOwner && typeid(*this) == *RulesOwner ? DeclaredRules : TZvWordRules::Virtual;
+    for (int Code = 0; Code < 256; ++Code) {
+        const char C = static_cast<char>(static_cast<unsigned char>(Code));
+        const char Folded = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+        FoldedClass[static_cast<std::size_t>(Code)] = CharClass[static_cast<unsigned char>(Folded)];
+    }
     CharClassesValid = true;
     // A "." begins a fraction rather than standing alone where the empty text counts as an integer.
     if (IsInteger({}))
@@ -456,10 +497,10 @@ bool TZvSQLScanner::IsBackwardQuote(char C) {
 // TZvSQLScanner: the token reader
 
 void TZvSQLScanner::GetNextToken() {
-    EnsureDefined();
+    // Valid tables imply defined lists (BuildClassTables defines them first).
     if (!CharClassesValid)
         BuildClassTables();
-    if (!InQuote && ReadCommonToken())
+    if ((!InQuote || PassClosingQuote()) && ReadCommonToken())
         return;
     ReadAnyToken();
 }
@@ -538,79 +579,203 @@ void TZvSQLScanner::SkipBlanks() {
     TokenKinds = TTokenKinds{tkSpace};
 }
 
+// An operator outside quotes ("<=", "<>"), read as the general loop reads one. False, with nothing
+// changed that the general loop does not set again, when the characters make no operator.
+bool TZvSQLScanner::ReadCommonOperator() {
+    const TTokenKinds Before = TokenKinds;
+    TokenKinds = TTokenKinds{};
+    TokenPos = Position;
+    if (!ReadOperator(opComparePrefix, opCompare, tkComparison) && !ReadOperator(opComplexPrefix, opComplex, tkSpecial)) {
+        TokenKinds = Before;
+        return false;
+    }
+    const std::uint8_t WordFlags = WordFlagsOfToken();
+    if (Token == ";")
+        TokenKinds = TTokenKinds{tkEnd};
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
+    Column += static_cast<std::int32_t>(Token.size());
+    Level += LevelDelta[static_cast<unsigned char>(Token.back())];
+    return true;
+}
+
+// The kinds of a word read outside quotes, from its word flags and the classes of its first
+// character and of all the others (the base scanner's word tests, without calling them).
+inline TTokenKinds TZvSQLScanner::WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
+    TTokenKinds Kinds;
+    if (WordFlags & (wfFunction | wfKeyword)) {
+        if (WordFlags & wfFunction)
+            Kinds.Include(tkFunction);
+        if (WordFlags & wfKeyword)
+            Kinds.Include(tkKeyword);
+    } else if (First & Rest & ccDigit) {
+        Kinds = TTokenKinds{tkInteger};
+    } else if (WordFlags & wfBoolean) {
+        Kinds = TTokenKinds{tkBoolean};
+    } else if ((First & ccAlpha) && (Rest & ccLegal)) {
+        // Without quotes in it, the word is what ProcessIdent makes of it.
+        Kinds = TTokenKinds{tkIdent};
+    }
+    return Kinds;
+}
+
 // The common tokens outside quotes, read, classified and counted in one pass over the class table:
 // a word that ends at a blank, a delimiter, a quote or the end of the text, and a lone delimiter
 // that starts no operator, line end or quoted text. The outcome is exactly that of the general
 // loop of GetNextToken. Anything else (a "." that may begin a fraction or continue the word, an
-// operator, a line end, the end of the text) returns false once the blanks before it are passed
-// over, which the general loop would do the same way and repeats as a no-op.
+// operator, a line end, a quote, the end of the text) returns false once the blanks before it are
+// passed over, which the general loop would do the same way and repeats as a no-op.
 bool TZvSQLScanner::ReadCommonToken() {
     if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
         SpaceCount = 0;
-    if (Position > Length)
-        return false;
+    // The cursor lives in locals: stores to members could alias the text's characters.
     const char* Data = Expression.data();
-    if (CharClass[static_cast<unsigned char>(Data[Position - 1])] & ccBlankStart) {
-        SkipBlanks();
-        if (Position > Length)
-            return false;
-    }
-    const char C = Data[Position - 1];
-    const std::uint16_t First = CharClass[static_cast<unsigned char>(C)];
-    constexpr std::uint16_t Stop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
-    if (First & Stop) {
-        if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim)
-            return false;
-        TokenPos = Position;
-        Token.clear();
-        Token.push_back(C);
-        ++Position;
-        TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
-        if (CharWordClass[static_cast<unsigned char>(C)] & wfOperation)
-            TokenKinds.Include(tkOperation);
-        ++Column;
-        Level += LevelDelta[static_cast<unsigned char>(C)];
-        return true;
+    const std::int32_t Size = Length;
+    std::int32_t P = Position;
+    if (P > Size)
+        return false;
+    std::uint16_t First = ClassAt(Data, P);
+    if (First & ccBlankStart) {
+        // Mostly one blank between two tokens: passed over here, as SkipBlanks would.
+        if ((First & ccPlainBlank) && P < Size && !(ClassAt(Data, P + 1) & ccBlankStart)) {
+            Position = ++P;
+            ++Column;
+            ++SpaceCount;
+            TokenKinds = TTokenKinds{tkSpace};
+        } else {
+            SkipBlanks();
+            P = Position;
+            if (P > Size)
+                return false;
+        }
+        First = ClassAt(Data, P);
     }
 
+    constexpr std::uint16_t Stop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
     // The run of word characters, and the classes that all of them after the first share.
     std::uint16_t Rest = 0xFFFF;
-    std::int32_t End = Position + 1;
-    for (; End <= Length; ++End) {
-        const std::uint16_t Bits = CharClass[static_cast<unsigned char>(Data[End - 1])];
-        if (Bits & Stop)
-            break;
-        Rest &= Bits;
+    std::int32_t End = P + 1;
+    if (First & Stop) {
+        if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim) {
+            if (First & (ccQuote | ccIdentQuote)) {
+                if (!EmptyQuote)
+                    PassOpeningQuote();
+                return false;
+            }
+            // A "." may begin a fraction, which the general loop tries first.
+            return (First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && Data[P - 1] != '.' &&
+                   ReadCommonOperator();
+        }
+    } else {
+        for (; End <= Size; ++End) {
+            const std::uint16_t Bits = ClassAt(Data, End);
+            if (Bits & Stop)
+                break;
+            Rest &= Bits;
+        }
+        if (End <= Size) {
+            const std::uint16_t After = ClassAt(Data, End);
+            if (After & (ccQuote | ccIdentQuote))
+                EmptyQuote = false;  // as ReadQuote leaves it after a word
+            else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) ||
+                                         IsIntegerWord(std::string_view(Data + (P - 1), static_cast<std::size_t>(End - P)), First, Rest)))
+                return false;
+        }
     }
-    const std::string_view Word(Data + (Position - 1), static_cast<std::size_t>(End - Position));
-    if (End <= Length) {
-        const std::uint16_t After = CharClass[static_cast<unsigned char>(Data[End - 1])];
-        if (After & (ccQuote | ccIdentQuote))
-            EmptyQuote = false;  // as ReadQuote leaves it after a word
-        else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) || IsIntegerWord(Word, First, Rest)))
-            return false;
-    }
-    TokenPos = Position;
-    Token.clear();
-    Token.append(Word);
-    Position = End;
+    const auto WordSize = static_cast<std::size_t>(End - P);
+    const char C = Data[P - 1];
+    const char Last = Data[End - 2];
     // A word with a character that no listed word has is none of them.
-    const std::uint8_t WordFlags = (First & Rest & ccListed) ? WordFlagsOfToken() : 0;
-    TokenKinds = TTokenKinds{};
-    ClassifyWord(WordFlags, First, Rest);
+    std::uint8_t WordFlags = 0;
+    if (First & Rest & ccListed)
+        WordFlags = WordSize == 1 ? CharWordClass[static_cast<unsigned char>(C)]
+                                  : WordClasses.Find(std::string_view(Data + (P - 1), WordSize));
+    TokenPos = P;
+    Position = End;
+    Column += static_cast<std::int32_t>(WordSize);
+    Level += LevelDelta[static_cast<unsigned char>(Last)];
+    AssignShort(Token, Data + (P - 1), WordSize);
+
+    if (First & Stop)
+        TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
+    else if (WordRules == TZvWordRules::Base)
+        TokenKinds = WordKinds(WordFlags, First, Rest);
+    else if (WordRules != TZvWordRules::Virtual)
+        ClassifyFoldedWord(WordFlags, First, Rest);
+    else
+        ClassifyDialectWord(WordFlags);
     if (WordFlags & wfOperation)
         TokenKinds.Include(tkOperation);
-    Column += static_cast<std::int32_t>(Token.size());
-    Level += LevelDelta[static_cast<unsigned char>(Word.back())];
-    // A word holds no "." (it ends there), so an identifier keeps its kind; quoted it is not.
-    if (TokenKinds.Contains(tkIdent) && !BaseWordRules)
+    return true;
+}
+
+// The same through the dialect's own word tests; an identifier is written as the dialect formats
+// one read outside quotes (a word holds no ".", so it keeps its kind).
+void TZvSQLScanner::ClassifyDialectWord(std::uint8_t WordFlags) {
+    TokenKinds = TTokenKinds{};
+    ClassifyWord(WordFlags);
+    if (TokenKinds.Contains(tkIdent))
         Token = GetFormatTokenIdent(Token, false);
+}
+
+// The same for a dialect that folds words to one case: its tests on the folded word. An identifier
+// by the unfolded word has only letters of the folded case (its IsAlpha accepts no others), so it
+// is one by the folded word too; and an identifier is written folded.
+void TZvSQLScanner::ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
+    TokenKinds = WordKinds(WordFlags, First, Rest);
+    if (TokenKinds.Empty()) {
+        bool Identifier = (FoldedClass[static_cast<unsigned char>(Token[0])] & ccAlpha) != 0;
+        for (std::size_t I = 1; Identifier && I < Token.size(); ++I)
+            Identifier = (FoldedClass[static_cast<unsigned char>(Token[I])] & ccLegal) != 0;
+        if (Identifier)
+            TokenKinds = TTokenKinds{tkIdent};
+    }
+    if (TokenKinds.Contains(tkIdent)) {
+        for (char& C : Token)
+            C = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+    }
+}
+
+// The opening quote, passed over as the general loop would (a bare quote is never handed out);
+// the general loop then reads the quoted text.
+void TZvSQLScanner::PassOpeningQuote() {
+    const char C = CharAt(Position);
+    const char Next = Position < Length ? CharAt(Position + 1) : '\0';
+    const char AfterNext = Position + 1 < Length ? CharAt(Position + 2) : '\0';
+    InQuote = true;
+    QuoteChar = C;
+    // An empty pair names nothing; "[]" is one as much as "" is, but only a quote that closes
+    // itself can be doubled, so only then does a third quote make "" content.
+    const char Pair = GetQuotePair(C);
+    EmptyQuote = Next == Pair && (Pair != C || Position + 1 == Length || AfterNext != C);
+    TokenPos = Position;
+    ++Position;
+    ++Column;
+    TokenKinds = TTokenKinds{tkQuote};
+}
+
+// The quote that closes the quoted token just handed out, passed over as the general loop would,
+// so that the token after it takes the common path. At the last character the general loop
+// decides (a quote may close there only because nothing follows it).
+bool TZvSQLScanner::PassClosingQuote() {
+    if (EmptyQuote || Position >= Length)
+        return false;
+    const char C = CharAt(Position);
+    if (!(Classes(C) & (ccQuote | ccIdentQuote)) || GetQuotePair(QuoteChar) != C ||
+        !IsTerminator(C, {}, CharAt(Position + 1), QuoteChar))
+        return false;
+    InQuote = false;
+    QuoteChar = 0;
+    SpaceCount = 0;
+    ++Position;
+    ++Column;
+    TokenKinds = TTokenKinds{tkQuote};
     return true;
 }
 
 // IsInteger of a word whose first character is of the classes First and the others share Rest.
 bool TZvSQLScanner::IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest) {
-    return BaseWordRules ? (First & Rest & ccDigit) != 0 : IsInteger(Word);
+    return WordRules != TZvWordRules::Virtual ? (First & Rest & ccDigit) != 0 : IsInteger(Word);
 }
 
 void TZvSQLScanner::AdjustLevelAfterToken() {
@@ -783,28 +948,6 @@ void TZvSQLScanner::ClassifyWord(std::uint8_t WordFlags) {
         TokenKinds = TTokenKinds{tkIdent};
 }
 
-// The same for a word read by ReadCommonToken (no quote in it), from the classes of its characters
-// where the scanner has the base rules.
-void TZvSQLScanner::ClassifyWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
-    if (!BaseWordRules) {
-        ClassifyWord(WordFlags);
-        return;
-    }
-    if (WordFlags & (wfFunction | wfKeyword)) {
-        if (WordFlags & wfFunction)
-            TokenKinds.Include(tkFunction);
-        if (WordFlags & wfKeyword)
-            TokenKinds.Include(tkKeyword);
-    } else if (First & Rest & ccDigit) {
-        TokenKinds = TTokenKinds{tkInteger};
-    } else if (WordFlags & wfBoolean) {
-        TokenKinds = TTokenKinds{tkBoolean};
-    } else if ((First & ccAlpha) && (Rest & ccLegal)) {
-        // Without quotes in it, the word is what ProcessIdent makes of it.
-        TokenKinds = TTokenKinds{tkIdent};
-    }
-}
-
 bool TZvSQLScanner::IsTerminator(char C, std::string_view Text, char Next, char Quote) {
     if (C != GetQuotePair(Quote))
         return false;
@@ -931,8 +1074,12 @@ std::string TZvSQLScanner::QuoteStr(std::string_view S) {
     return QuoteString(S, Q, Q);
 }
 
+// A plain word (a letter, then legal symbols, none of them a blank, "*", "." or identifier quote)
+// passes every test below but the last: the common case costs one pass and the word look-ups.
 bool TZvSQLScanner::NeedQuotes(std::string_view S) {
-    if (S.empty() || Trim(S) == "*")
+    if (const std::uint16_t Shared = PlainWordClasses(S))
+        return IsReservedWord(S, Shared);
+    if (S.empty() || IsPaddedStar(S))
         return false;
     const char Open = GetIdentQuote();
     const char Close = GetQuotePair(Open);
@@ -978,8 +1125,53 @@ std::string TZvSQLScanner::QuoteName(std::string_view S) {
     return Name;
 }
 
+std::uint16_t TZvSQLScanner::PlainWordClasses(std::string_view S) {
+    if (S.empty() || !(Classes(S[0]) & ccAlpha))
+        return 0;
+    std::uint16_t Shared = 0xFFFF;
+    for (const char C : S)
+        Shared &= CharClass[static_cast<unsigned char>(C)];
+    constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
+    return (Shared & Plain) == Plain ? Shared : 0;
+}
+
+// The base scanner's keyword and function tests are its lists, which the word index holds: one
+// look-up, none at all for a word with a character that no listed word has.
+bool TZvSQLScanner::IsReservedWord(std::string_view S, std::uint16_t Shared) {
+    if (WordRules == TZvWordRules::Virtual)
+        return IsFunction(S) || IsKeyword(S);
+    return (Shared & ccListed) && (WordClasses.Find(S) & (wfKeyword | wfFunction));
+}
+
+// Without identifier quotes a name splits at every "."; QuoteName leaves a part that needs no
+// quotes as it stands, so when no part needs them the name comes back unchanged. One pass over
+// the characters collects the classes each part's characters share, which settle a plain part.
+bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
+    if (!CharClassesValid)
+        BuildClassTables();
+    constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
+    std::uint16_t Shared = 0xFFFF;
+    for (std::size_t Start = 0, I = 0;; ++I) {
+        if (I < S.size() && S[I] != '.') {
+            Shared &= CharClass[static_cast<unsigned char>(S[I])];
+            if (CharClass[static_cast<unsigned char>(S[I])] & ccIdentQuote)
+                return false;
+            continue;
+        }
+        const std::string_view Part = S.substr(Start, I - Start);
+        const bool PlainPart = !Part.empty() && (CharClass[static_cast<unsigned char>(Part[0])] & ccAlpha) &&
+                               (Shared & Plain) == Plain;
+        if (PlainPart && BaseWordRules ? IsReservedWord(Part, Shared) : NeedQuotes(Part))
+            return false;
+        if (I == S.size())
+            return true;
+        Start = I + 1;
+        Shared = 0xFFFF;
+    }
+}
+
 std::string TZvSQLScanner::ProcessName(std::string_view S) {
-    if (!GetQuoteIdentifiers() || !NeedQuotes(S))
+    if (!GetQuoteIdentifiers() || PartsNeedNoQuotes(S) || !NeedQuotes(S))
         return std::string(S);
     std::string Result;
     char Open = 0;

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <type_traits>
+#include <typeinfo>
 #include <string>
 #include <string_view>
 
@@ -239,6 +240,22 @@ public:
     bool ProcessAliases = false;
 
 protected:
+    // What the word tests (IsInteger, IsIdentifier, IsKeyword, IsFunction, ProcessIdent and
+    // GetFormatTokenIdent) make of a word read outside quotes.
+    enum class TZvWordRules : std::uint8_t {
+        Virtual,     // only the tests themselves can tell
+        Base,        // those of this class: the class table and the word index answer them
+        FoldUpper,   // those of this class on the word upper-cased, an identifier written so
+        FoldLower,   // the same, lower-cased
+    };
+    // A dialect whose word tests follow Rules says so for its own class Owner. A scanner derived
+    // from it further may override them, and has its tests called again.
+    void DeclareWordRules(const std::type_info& Owner, TZvWordRules Rules) {
+        RulesOwner = &Owner;
+        DeclaredRules = Rules;
+        CharClassesValid = false;
+    }
+
     bool IsForwardQuote(char C) override;
     bool IsBackwardQuote(char C) override;
     // NeedQuotes of the dialects whose reserved words can never stand as bare names: a name
@@ -262,8 +279,13 @@ protected:
     template <class TWords>
     void MarkListed(const TWords& Words);
     bool IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest);
-    void ClassifyWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
+    static TTokenKinds WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
+    void ClassifyDialectWord(std::uint8_t WordFlags);
+    void ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyWord(std::uint8_t WordFlags);
+    bool ReadCommonOperator();
+    void PassOpeningQuote();
+    bool PassClosingQuote();
     // Passes over a run of plain blanks and line ends as the token reader would, one counted
     // token each, without building the tokens.
     void SkipBlanks();
@@ -285,6 +307,7 @@ private:
         ccLoneDelim = 1 << 12,   // a delimiter read as a token of its own: no quote, operator or line end
         ccListed = 1 << 13,      // occurs in a keyword, function, operation or boolean literal
         ccBlankStart = 1 << 14,  // may begin a run that SkipBlanks passes over
+        ccNameSafe = 1 << 15,    // in a name, no blank, "*", "." or identifier quote
     };
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
@@ -293,8 +316,19 @@ private:
         return CharClass[static_cast<unsigned char>(C)];
     }
     bool Has(char C, std::uint16_t Mask) { return (Classes(C) & Mask) != 0; }
+    // The classes of the character at 1-based position P of Data (the tables are built).
+    std::uint16_t ClassAt(const char* Data, std::int32_t P) const {
+        return CharClass[static_cast<unsigned char>(Data[P - 1])];
+    }
     // True when every character of S is of a class in Mask (also for the empty S).
     bool AllHave(std::string_view S, std::uint16_t Mask);
+    // For a plain word (a letter, then legal symbols, none of them a character that makes
+    // NeedQuotes look closer: a blank, "*", "." or identifier quote), the classes that all its
+    // characters share; 0 for any other text.
+    std::uint16_t PlainWordClasses(std::string_view S);
+    // IsKeyword or IsFunction of a plain word whose characters share the classes Shared.
+    bool IsReservedWord(std::string_view S, std::uint16_t Shared);
+    bool PartsNeedNoQuotes(std::string_view S);
     void BuildClassTables();
     void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
     void FillList(TZvWordList& List, const std::string& CommaText);
@@ -330,7 +364,11 @@ private:
         return Token.size() == 1 ? CharWordClass[static_cast<unsigned char>(Token[0])] : WordClasses.Find(Token);
     }
     bool CharClassesValid = false;
-    bool BaseWordRules = false;  // no dialect overrides the word tests (see BuildClassTables)
+    bool BaseWordRules = false;  // no dialect overrides any test (see BuildClassTables)
+    TZvWordRules WordRules = TZvWordRules::Virtual;
+    const std::type_info* RulesOwner = nullptr;
+    TZvWordRules DeclaredRules = TZvWordRules::Virtual;
+    std::array<std::uint16_t, 256> FoldedClass{};  // the classes of each character's folded case
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
     bool Defining = false;

@@ -1,6 +1,8 @@
 // Case-insensitive word look-up for the dialects' lists.
 #include "ZvWordList.h"
 
+#include <cstring>
+
 #include "ZvUtils.h"
 
 namespace zv {
@@ -11,20 +13,29 @@ namespace {
 // integer: hashing and comparing each is then a few instructions.
 constexpr std::size_t kPackedSize = 8;
 
-constexpr std::array<unsigned char, 256> MakeUpperTable() {
-    std::array<unsigned char, 256> Table{};
-    for (std::size_t Code = 0; Code < 256; ++Code)
-        Table[Code] = static_cast<unsigned char>(Code >= 'a' && Code <= 'z' ? Code - ('a' - 'A') : Code);
-    return Table;
-}
-constexpr std::array<unsigned char, 256> kUpper = MakeUpperTable();
-
-// The upper-cased bytes of a short Text, the first in the lowest byte.
-std::uint64_t PackFolded(std::string_view Text) {
+// The bytes of a short Text in one integer, each letter upper-cased. A copy of a known length is a
+// load; the letters of all eight bytes are folded at once (a byte is a lower-case letter when its
+// low seven bits lie in 'a'..'z' and its high bit is clear).
+[[gnu::always_inline]] inline std::uint64_t PackFolded(std::string_view Text) {
     std::uint64_t Packed = 0;
-    for (std::size_t I = Text.size(); I-- > 0;)
-        Packed = Packed << 8 | kUpper[static_cast<unsigned char>(Text[I])];
-    return Packed;
+    switch (Text.size()) {
+    case 8: std::memcpy(&Packed, Text.data(), 8); break;
+    case 7: std::memcpy(&Packed, Text.data(), 7); break;
+    case 6: std::memcpy(&Packed, Text.data(), 6); break;
+    case 5: std::memcpy(&Packed, Text.data(), 5); break;
+    case 4: std::memcpy(&Packed, Text.data(), 4); break;
+    case 3: std::memcpy(&Packed, Text.data(), 3); break;
+    case 2: std::memcpy(&Packed, Text.data(), 2); break;
+    case 1: std::memcpy(&Packed, Text.data(), 1); break;
+    default: break;
+    }
+    constexpr std::uint64_t Ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t High = Ones * 0x80;
+    const std::uint64_t Low7 = Packed & ~High;
+    const std::uint64_t AtLeastA = Low7 + Ones * (0x80 - 'a');
+    const std::uint64_t AboveZ = Low7 + Ones * (0x80 - 'z' - 1);
+    const std::uint64_t Lower = AtLeastA & ~AboveZ & ~Packed & High;
+    return Packed - (Lower >> 2);
 }
 
 std::uint64_t Mix(std::uint64_t H) {
@@ -119,11 +130,8 @@ void TZvWordFlags::Add(std::string_view Word, std::uint8_t Flags) {
         FirstAndLength[static_cast<unsigned char>(UpCase(Word[0]))] |= LengthBit(Word.size());
 }
 
-std::uint8_t TZvWordFlags::Find(std::string_view Text) const {
+std::uint8_t TZvWordFlags::FindKey(std::string_view Text) const {
     if (Slots.empty())
-        return 0;
-    if (Text.empty() ? !HasEmptyKey
-                     : !(FirstAndLength[static_cast<unsigned char>(UpCase(Text[0]))] & LengthBit(Text.size())))
         return 0;
     const std::size_t Slot = Locate(Text);
     return Slots[Slot] == 0 ? 0 : Values[Slots[Slot] - 1];

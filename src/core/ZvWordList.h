@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "ZvUtils.h"
+
 namespace zv {
 
 // Case-insensitive map from a word to a small set of flags (open addressing, load factor <= 1/2).
@@ -18,10 +20,17 @@ public:
     void Clear();
     // Adds Word (or ORs Flags into its existing entry).
     void Add(std::string_view Word, std::uint8_t Flags);
-    // The flags of Text, 0 when it is absent.
-    std::uint8_t Find(std::string_view Text) const;
+    // The flags of Text, 0 when it is absent. Inline up to the first-byte-and-length test, which
+    // turns most identifiers away before any hashing.
+    std::uint8_t Find(std::string_view Text) const {
+        if (Text.empty() ? !HasEmptyKey
+                         : !(FirstAndLength[static_cast<unsigned char>(UpCase(Text[0]))] & LengthBit(Text.size())))
+            return 0;
+        return FindKey(Text);
+    }
 
 private:
+    std::uint8_t FindKey(std::string_view Text) const;
     std::size_t Locate(std::string_view Text) const;
     void Grow();
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <typeinfo>
@@ -57,6 +58,109 @@ TEST(ZvDialects, EveryParserMadeIsFreshAndWorks) {
 TEST(ZvDialects, UnknownNamesMakeNoParser) {
     for (const char* Name : {"", "Generic", "GENERIC", "sqlite", "postgres", " mysql", "oracle "})
         EXPECT_EQ(CreateDialectParser(Name), nullptr) << "'" << Name << "'";
+}
+
+// A scanner that declares its word tests to be the generic ones classifies words from tables. One
+// class further down it no longer may (the derived class could override a test), and every word
+// goes through the tests themselves: both ways must read every text alike.
+template <class TScanner>
+class TUndeclared : public TScanner {};
+
+// Words of letters in both cases, digits, the characters some dialects take into names, a
+// non-ASCII byte, and the dialects' keywords and functions, each alone and between operators.
+std::vector<std::string> WordRuleTexts() {
+    std::vector<std::string> Texts = {
+        "select Sum(qty) as Total from Orders o where o.id = 1 and o.name like 'a%'",
+        "SELECT max(a), MIN(b), count(*) FROM t GROUP BY c HAVING Count(*) > 2 ORDER BY 1 DESC",
+        "x$y #tmp @var @@VERSION _under a_1 1a 12 1.5 .5 1e3 Abc aBC ABC abc",
+        "\"Quoted Name\".col [br ack].x `back`.y 'str''s' first rows fetch next only",
+        "caf\xC3\xA9 \xC3\xA9t\xC3\xA9 a\xC3\xA9" "b rownum sysdate current_date Current_Time user Null TRUE false",
+    };
+    // Pseudo-random words from a fixed seed: the same list on every run.
+    const std::string Alphabet = "aAzZqQ_$#@09.\xC3\xA9";
+    std::uint32_t State = 12345;
+    for (int Text = 0; Text < 40; ++Text) {
+        std::string Line;
+        for (int Word = 0; Word < 12; ++Word) {
+            State = State * 1103515245u + 12345u;
+            const int Length = 1 + static_cast<int>((State >> 16) % 5);
+            for (int I = 0; I < Length; ++I) {
+                State = State * 1103515245u + 12345u;
+                Line += Alphabet[(State >> 16) % Alphabet.size()];
+            }
+            Line += Word % 3 == 2 ? ", " : " ";
+        }
+        Texts.push_back(Line);
+    }
+    return Texts;
+}
+
+struct TReadToken {
+    std::string Text;
+    TTokenKinds Kinds;
+    bool InQuote;
+    bool operator==(const TReadToken&) const = default;
+};
+
+std::vector<TReadToken> ReadAll(TZvSQLScanner& S, const std::string& Text) {
+    std::vector<TReadToken> Tokens;
+    S.SetExpression(Text);
+    for (std::size_t Guard = 0; !S.TokenKinds.Contains(tkEnd) && Guard <= Text.size() * 2 + 2; ++Guard) {
+        Tokens.push_back({S.Token, S.TokenKinds, S.InQuote});
+        S.GetNextToken();
+    }
+    return Tokens;
+}
+
+template <class TScanner>
+void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undeclared, const char* Name) {
+    for (const std::string& Text : WordRuleTexts()) {
+        const std::vector<TReadToken> Fast = ReadAll(Declared, Text);
+        const std::vector<TReadToken> Slow = ReadAll(Undeclared, Text);
+        ASSERT_EQ(Fast.size(), Slow.size()) << Name << ": " << Text;
+        for (std::size_t I = 0; I < Fast.size(); ++I) {
+            EXPECT_EQ(Fast[I].Text, Slow[I].Text) << Name << ": token " << I << " of " << Text;
+            EXPECT_TRUE(Fast[I] == Slow[I]) << Name << ": token '" << Slow[I].Text << "' of " << Text;
+        }
+        std::size_t Start = 0;
+        for (std::size_t End = 0; End <= Text.size(); ++End) {
+            if (End < Text.size() && Text[End] != ' ' && Text[End] != ',')
+                continue;
+            const std::string Word = Text.substr(Start, End - Start);
+            EXPECT_EQ(Declared.NeedQuotes(Word), Undeclared.NeedQuotes(Word)) << Name << ": '" << Word << "'";
+            EXPECT_EQ(Declared.ProcessName(Word), Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+            Start = End + 1;
+        }
+    }
+}
+
+template <class TScanner>
+void ExpectWordRulesAsTheTests(const char* Name) {
+    TScanner Declared;
+    TUndeclared<TScanner> Undeclared;
+    ExpectWordRulesAsTheTests(Declared, Undeclared, Name);
+}
+
+TEST(ZvDialectScanners, DeclaredWordRulesReadEveryTextAsTheWordTests) {
+    ExpectWordRulesAsTheTests<TZvMySQLScanner>("mysql");
+    ExpectWordRulesAsTheTests<TZvDbiSQLScanner>("dbisam");
+    ExpectWordRulesAsTheTests<TZvOracleSQLScanner>("oracle");
+    ExpectWordRulesAsTheTests<TZvDb2SQLScanner>("db2");
+    ExpectWordRulesAsTheTests<TZvPgSQLScanner>("postgresql");
+    for (const bool Quoted : {true, false}) {
+        TZvMSSQLScanner Declared;
+        TUndeclared<TZvMSSQLScanner> Undeclared;
+        Declared.SetQuotedIdentifier(Quoted);
+        Undeclared.SetQuotedIdentifier(Quoted);
+        ExpectWordRulesAsTheTests(Declared, Undeclared, Quoted ? "mssql" : "mssql, quotes for strings");
+    }
+    for (const TZvSQLDialect Dialect : {qibDialect1, qibDialect3}) {
+        TZvIBScanner Declared;
+        TUndeclared<TZvIBScanner> Undeclared;
+        Declared.SetSQLDialect(Dialect);
+        Undeclared.SetSQLDialect(Dialect);
+        ExpectWordRulesAsTheTests(Declared, Undeclared, Dialect == qibDialect1 ? "interbase 1" : "interbase 3");
+    }
 }
 
 } // namespace

@@ -316,6 +316,51 @@ TEST(TZvSQLScanner, StringLiteralHasNoCountedSpaces) {
     EXPECT_EQ(S.SpaceCount, 0);
 }
 
+TEST(TZvSQLScanner, TokensAfterAClosingQuoteKeepTheirColumnsAndKinds) {
+    ExpectTokens("x = 'a''b' AND \"c d\".e,'' y",
+                 {{"x", Ident, 1, 1},
+                  {"=", Cmp, 1, 3},
+                  {"a''b", Str, 1, 6},
+                  {"AND", Kw, 1, 12},
+                  {"c d", TTokenKinds{tkIdent, tkString}, 1, 17},
+                  {".", Delim, 1, 21},
+                  {"e", Ident, 1, 22},
+                  {",", Delim, 1, 23},
+                  {"", Str, 1, 25},
+                  {"y", Ident, 1, 27}});
+}
+
+TEST(TZvSQLScanner, BlanksAfterAClosingQuoteAreCounted) {
+    TZvSQLScanner S;
+    S.SetExpression("'a'  \r\n b");
+    EXPECT_EQ(S.Token, "a");
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, "b");
+    EXPECT_EQ(S.SpaceCount, 4);
+    EXPECT_EQ(S.Line, 2);
+    EXPECT_EQ(S.Column, 3);
+}
+
+TEST(TZvSQLScanner, BracketRightAfterAClosingQuoteChangesTheLevel) {
+    TZvSQLScanner S;
+    S.SetExpression("('a')'b'");
+    EXPECT_EQ(S.Level, 1);
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, "a");
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, ")");
+    EXPECT_EQ(S.Level, 0);
+    EXPECT_FALSE(S.InQuote);
+    S.GetNextToken();
+    EXPECT_EQ(S.Token, "b");
+    EXPECT_TRUE(S.InQuote);
+}
+
+TEST(TZvSQLScanner, QuoteDoubledRightAfterTheContentStaysInTheLiteral) {
+    // The first two quotes after "a" are one quote of the content; the third closes.
+    ExpectTokens("'a''' b", {{"a''", Str, 1, 2}, {"b", Ident, 1, 7}});
+}
+
 TEST(TZvSQLScanner, SemicolonEndsTheStatement) {
     TZvSQLScanner S;
     S.SetExpression("a; b");
@@ -554,6 +599,15 @@ TEST(TZvSQLScanner, NeedQuotesRules) {
     EXPECT_TRUE(S.NeedQuotes("caf\xC3\xA9"));
     EXPECT_TRUE(S.NeedQuotes("a-b"));
     EXPECT_TRUE(S.NeedQuotes("\""));
+    // Plain words are settled by the word lists alone, in any case.
+    EXPECT_FALSE(S.NeedQuotes("quantity2"));
+    EXPECT_TRUE(S.NeedQuotes("sElEcT"));
+    EXPECT_TRUE(S.NeedQuotes("max"));
+    EXPECT_FALSE(S.NeedQuotes("maximum"));
+    // A letter first and then a character that is no legal symbol.
+    EXPECT_TRUE(S.NeedQuotes("a*b"));
+    EXPECT_TRUE(S.NeedQuotes("abc "));
+    EXPECT_TRUE(S.NeedQuotes("a.b"));
 }
 
 TEST(TZvSQLScanner, QuoteNameQuotesOnlyWhereNeeded) {
@@ -577,6 +631,14 @@ TEST(TZvSQLScanner, ProcessNameQuotesEachPartOfADottedName) {
     EXPECT_EQ(S.ProcessName("select.from"), "\"select\".\"from\"");
     EXPECT_EQ(S.ProcessName("s.t.order"), "s.t.\"order\"");
     EXPECT_EQ(S.ProcessName("t.*"), "t.*");
+    EXPECT_EQ(S.ProcessName("c1.quantity"), "c1.quantity");
+    EXPECT_EQ(S.ProcessName("c1.Order"), "c1.\"Order\"");
+    EXPECT_EQ(S.ProcessName("sch.c1.Sum"), "sch.c1.\"Sum\"");
+    // Empty parts stay empty.
+    EXPECT_EQ(S.ProcessName("a..b"), "a..b");
+    EXPECT_EQ(S.ProcessName(".a"), ".a");
+    EXPECT_EQ(S.ProcessName("a."), "a.");
+    EXPECT_EQ(S.ProcessName("."), ".");
     // Already quoted in parts: left as it stands.
     EXPECT_EQ(S.ProcessName("\"my.schema\".tab"), "\"my.schema\".tab");
     S.QuoteIdentifiers = false;

@@ -49,6 +49,21 @@ TEST(TZvWordList, NonAsciiBytesAreComparedExactly) {
     EXPECT_FALSE(L.Contains("\xC3\x89T\xC3\x89"));  // upper-case É is a different byte sequence
 }
 
+TEST(TZvWordList, OnlyAsciiLettersAreFoldedInShortAndLongWords) {
+    TZvWordList L;
+    // 0xC1 and 0xE1 differ in the bit that tells the case of an ASCII letter, but are no letters.
+    L.SetCommaText("X\xC1,@[`{,ABCDEFGHIJ\xC1");
+    EXPECT_TRUE(L.Contains("x\xC1"));
+    EXPECT_FALSE(L.Contains("x\xE1"));
+    EXPECT_FALSE(L.Contains("X\xE1"));
+    EXPECT_TRUE(L.Contains("abcdefghij\xC1"));
+    EXPECT_FALSE(L.Contains("abcdefghij\xE1"));
+    // The characters next to the letters are no letters either.
+    EXPECT_TRUE(L.Contains("@[`{"));
+    EXPECT_FALSE(L.Contains("`{@["));
+    EXPECT_FALSE(L.Contains("@[@["));
+}
+
 TEST(TZvWordList, LargeListsFindEveryEntry) {
     TZvWordList L;
     std::string Text;

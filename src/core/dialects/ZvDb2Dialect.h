@@ -12,7 +12,10 @@ namespace zv {
 
 class TZvDb2SQLScanner : public TZvFoldingSQLScanner {
 public:
-    TZvDb2SQLScanner() : TZvFoldingSQLScanner(ncUpperCase) {}
+    // Its word tests are the generic ones on the folded word.
+    TZvDb2SQLScanner() : TZvFoldingSQLScanner(ncUpperCase) {
+        DeclareWordRules(typeid(TZvDb2SQLScanner), TZvWordRules::FoldUpper);
+    }
 
     std::string GetCommaKeywords() override;
     std::string GetCommaFunctions() override;

@@ -12,6 +12,8 @@ namespace zv {
 
 class TZvDbiSQLScanner : public TZvSQLScanner {
 public:
+    // Its word tests are the generic ones: words are classified from the character table.
+    TZvDbiSQLScanner() { DeclareWordRules(typeid(TZvDbiSQLScanner), TZvWordRules::Base); }
     // Only the apostrophe quotes a string; the double quote, the generic identifier quote, encloses
     // a name, which then needs no quotes by the generic rule.
     bool IsQuote(char C) override;

@@ -13,8 +13,11 @@ namespace zv {
 
 void TZvFoldingSQLScanner::GetNextToken() {
     TZvSQLScanner::GetNextToken();
-    if (!InQuote && IsIntersected(TokenKinds, {tkKeyword, tkFunction}))
-        Token = FoldName(Token);
+    if (!InQuote && IsIntersected(TokenKinds, {tkKeyword, tkFunction})) {
+        // Folded in place: the token is read for every word, a new string would be made for each.
+        for (char& C : Token)
+            C = NameCase == ncUpperCase ? UpCase(C) : LoCase(C);
+    }
 }
 
 bool TZvFoldingSQLScanner::IsAlpha(char C) {

@@ -15,6 +15,9 @@ namespace zv {
 
 class TZvMSSQLScanner : public TZvSQLScanner {
 public:
+    // Its word tests are the generic ones for a word read outside quotes (ProcessIdent changes
+    // only quoted names): words are classified from the character table.
+    TZvMSSQLScanner() { DeclareWordRules(typeid(TZvMSSQLScanner), TZvWordRules::Base); }
     // On (the server's default): a double quote encloses a name, like the brackets. Off: it
     // quotes a string, like the apostrophe. Changing it rebuilds the character table.
     bool GetQuotedIdentifier() const { return QuotedIdentifier; }

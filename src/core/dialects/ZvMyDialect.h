@@ -33,6 +33,8 @@ std::string_view MySQLSelectOptionWord(TZvMySQLSelectOption Option);
 
 class TZvMySQLScanner : public TZvSQLScanner {
 public:
+    // Its word tests are the generic ones: words are classified from the character table.
+    TZvMySQLScanner() { DeclareWordRules(typeid(TZvMySQLScanner), TZvWordRules::Base); }
     // A literal in either string quote stays as written.
     std::string QuoteStr(std::string_view S) override;
     std::string GetCommaKeywords() override;

@@ -15,7 +15,10 @@ namespace zv {
 
 class TZvOracleSQLScanner : public TZvFoldingSQLScanner {
 public:
-    TZvOracleSQLScanner() : TZvFoldingSQLScanner(ncUpperCase) {}
+    // Its word tests are the generic ones on the folded word.
+    TZvOracleSQLScanner() : TZvFoldingSQLScanner(ncUpperCase) {
+        DeclareWordRules(typeid(TZvOracleSQLScanner), TZvWordRules::FoldUpper);
+    }
 
     // The keyword list has no "FETCH", yet "FETCH FIRST" begins the trailing clause wherever a
     // clause may begin. So a "FETCH" read outside quotes with "FIRST" after it is handed out as
