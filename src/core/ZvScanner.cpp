@@ -433,6 +433,13 @@ void TZvSQLScanner::BuildClassTables() {
         FoldedClass[static_cast<std::size_t>(Code)] = CharClass[static_cast<unsigned char>(Folded)];
     }
     CharClassesValid = true;
+    // Which characters begin a name is the dialect's own IsIdentifier on that one folded character
+    // (asked once the tables above stand: the generic test reads them).
+    for (int Code = 0; Code < 256 && WordRules != TZvWordRules::Base && WordRules != TZvWordRules::Virtual; ++Code) {
+        const char C = static_cast<char>(static_cast<unsigned char>(Code));
+        const char Folded = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+        FoldedNameStart[static_cast<std::size_t>(Code)] = IsIdentifier(std::string_view(&Folded, 1));
+    }
     // A "." begins a fraction rather than standing alone where the empty text counts as an integer.
     if (IsInteger({}))
         CharClass['.'] = static_cast<std::uint16_t>(CharClass['.'] & ~ccLoneDelim);
@@ -720,11 +727,12 @@ void TZvSQLScanner::ClassifyDialectWord(std::uint8_t WordFlags) {
 
 // The same for a dialect that folds words to one case: its tests on the folded word. An identifier
 // by the unfolded word has only letters of the folded case (its IsAlpha accepts no others), so it
-// is one by the folded word too; and an identifier is written folded.
+// is one by the folded word too; and an identifier is written folded. The characters that begin a
+// name are those its IsIdentifier takes alone.
 void TZvSQLScanner::ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest) {
     TokenKinds = WordKinds(WordFlags, First, Rest);
     if (TokenKinds.Empty()) {
-        bool Identifier = (FoldedClass[static_cast<unsigned char>(Token[0])] & ccAlpha) != 0;
+        bool Identifier = FoldedNameStart[static_cast<unsigned char>(Token[0])];
         for (std::size_t I = 1; Identifier && I < Token.size(); ++I)
             Identifier = (FoldedClass[static_cast<unsigned char>(Token[I])] & ccLegal) != 0;
         if (Identifier)

@@ -369,6 +369,7 @@ private:
     const std::type_info* RulesOwner = nullptr;
     TZvWordRules DeclaredRules = TZvWordRules::Virtual;
     std::array<std::uint16_t, 256> FoldedClass{};  // the classes of each character's folded case
+    std::array<bool, 256> FoldedNameStart{};  // the character's folded case begins a name
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
     bool Defining = false;

@@ -14,7 +14,11 @@ namespace zv {
 
 class TZvPgSQLScanner : public TZvFoldingSQLScanner {
 public:
-    TZvPgSQLScanner() : TZvFoldingSQLScanner(ncLowerCase) {}
+    // Its word tests are the generic ones on the folded word, but for a name that may begin
+    // with "_" (IsIdentifier, which the word classification asks for each character).
+    TZvPgSQLScanner() : TZvFoldingSQLScanner(ncLowerCase) {
+        DeclareWordRules(typeid(TZvPgSQLScanner), TZvWordRules::FoldLower);
+    }
 
     // The generic rule, but "_" may also begin a name.
     bool IsIdentifier(std::string_view S) override;
