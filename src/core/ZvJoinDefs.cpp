@@ -170,6 +170,18 @@ void TZvJoinDef::WriteScript(std::string& Out) const {
                          Found ? JoinColumn(*Found, RightField) : ProcessName(RightField));
 }
 
+std::size_t TZvJoinDef::WriteLine(std::string& Out) const {
+    const std::size_t Mark = Out.size();
+    Out += "\r\n  ";
+    const std::size_t Start = Out.size();
+    WriteScript(Out);
+    // A join that writes nothing leaves no empty line behind.
+    if (Out.size() != Start)
+        return Start;
+    Out.resize(Mark);
+    return std::string::npos;
+}
+
 // ---- TZvJoinDefs ----------------------------------------------------------------------------
 
 TZvJoinDefs::TZvJoinDefs(TZvTableDef* AOwner, TZvItemClass AItemClass)
@@ -234,15 +246,8 @@ std::string TZvJoinDefs::GetScript() const {
 void TZvJoinDefs::WriteScript(std::string& Out) const {
     if (!TableDef)
         return;
-    for (int I = 0; I < Count(); ++I) {
-        const std::size_t Mark = Out.size();
-        Out += "\r\n  ";
-        const std::size_t Line = Out.size();
-        Items(I)->WriteScript(Out);
-        // A join that writes nothing leaves no empty line behind.
-        if (Out.size() == Line)
-            Out.resize(Mark);
-    }
+    for (int I = 0; I < Count(); ++I)
+        Items(I)->WriteLine(Out);
 }
 
 // ---- identifier keys ------------------------------------------------------------------------

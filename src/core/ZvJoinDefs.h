@@ -49,6 +49,9 @@ public:
     std::string GetScript() const;
     // The same text appended to Out; nothing appended where GetScript is empty.
     virtual void WriteScript(std::string& Out) const;
+    // The join on a line of its own ("\r\n  " and its text) appended to Out: where its text
+    // begins, or npos with Out as it was when the join writes no text (it is incomplete).
+    std::size_t WriteLine(std::string& Out) const;
     // The bracketed condition "(left op right)" from the two qualifier/column pairs. Where the
     // dialect writes constants into joins and an operand is one, that operand is written as it
     // stands and Swapped puts the operands back in the order they were read. Appended to Out.

@@ -427,22 +427,27 @@ void TZvSQLScanner::BuildClassTables() {
         WordRules = TZvWordRules::Base;
     else
         WordRules = RulesOwner && typeid(*this) == *RulesOwner ? DeclaredRules : TZvWordRules::Virtual;
-    for (int Code = 0; Code < 256; ++Code) {
-        const char C = static_cast<char>(static_cast<unsigned char>(Code));
-        const char Folded = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
-        FoldedClass[static_cast<std::size_t>(Code)] = CharClass[static_cast<unsigned char>(Folded)];
-    }
     CharClassesValid = true;
-    // Which characters begin a name is the dialect's own IsIdentifier on that one folded character
-    // (asked once the tables above stand: the generic test reads them).
-    for (int Code = 0; Code < 256 && WordRules != TZvWordRules::Base && WordRules != TZvWordRules::Virtual; ++Code) {
-        const char C = static_cast<char>(static_cast<unsigned char>(Code));
-        const char Folded = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
-        FoldedNameStart[static_cast<std::size_t>(Code)] = IsIdentifier(std::string_view(&Folded, 1));
-    }
+    if (WordRules == TZvWordRules::FoldUpper || WordRules == TZvWordRules::FoldLower)
+        BuildFoldedTables();
     // A "." begins a fraction rather than standing alone where the empty text counts as an integer.
     if (IsInteger({}))
         CharClass['.'] = static_cast<std::uint16_t>(CharClass['.'] & ~ccLoneDelim);
+}
+
+char TZvSQLScanner::FoldChar(char C) const {
+    return WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+}
+
+// The classes of each character's folded case, and which characters begin a name: the dialect's
+// own IsIdentifier on that one folded character, asked once the class table stands (the generic
+// test reads it).
+void TZvSQLScanner::BuildFoldedTables() {
+    for (int Code = 0; Code < 256; ++Code) {
+        const char Folded = FoldChar(static_cast<char>(static_cast<unsigned char>(Code)));
+        FoldedClass[static_cast<std::size_t>(Code)] = CharClass[static_cast<unsigned char>(Folded)];
+        FoldedNameStart[static_cast<std::size_t>(Code)] = IsIdentifier(std::string_view(&Folded, 1));
+    }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -740,7 +745,7 @@ void TZvSQLScanner::ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t Fir
     }
     if (TokenKinds.Contains(tkIdent)) {
         for (char& C : Token)
-            C = WordRules == TZvWordRules::FoldLower ? LoCase(C) : UpCase(C);
+            C = FoldChar(C);
     }
 }
 
@@ -1139,8 +1144,7 @@ std::uint16_t TZvSQLScanner::PlainWordClasses(std::string_view S) {
     std::uint16_t Shared = 0xFFFF;
     for (const char C : S)
         Shared &= CharClass[static_cast<unsigned char>(C)];
-    constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
-    return (Shared & Plain) == Plain ? Shared : 0;
+    return IsPlainWord(CharClass[static_cast<unsigned char>(S[0])], Shared) ? Shared : 0;
 }
 
 // The base scanner's keyword and function tests are its lists, which the word index holds: one
@@ -1157,7 +1161,6 @@ bool TZvSQLScanner::IsReservedWord(std::string_view S, std::uint16_t Shared) {
 bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
     if (!CharClassesValid)
         BuildClassTables();
-    constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
     std::uint16_t Shared = 0xFFFF;
     for (std::size_t Start = 0, I = 0;; ++I) {
         if (I < S.size() && S[I] != '.') {
@@ -1167,8 +1170,7 @@ bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
             continue;
         }
         const std::string_view Part = S.substr(Start, I - Start);
-        const bool PlainPart = !Part.empty() && (CharClass[static_cast<unsigned char>(Part[0])] & ccAlpha) &&
-                               (Shared & Plain) == Plain;
+        const bool PlainPart = !Part.empty() && IsPlainWord(CharClass[static_cast<unsigned char>(Part[0])], Shared);
         if (PlainPart && BaseWordRules ? IsReservedWord(Part, Shared) : NeedQuotes(Part))
             return false;
         if (I == S.size())

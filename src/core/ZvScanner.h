@@ -326,10 +326,19 @@ private:
     // NeedQuotes look closer: a blank, "*", "." or identifier quote), the classes that all its
     // characters share; 0 for any other text.
     std::uint16_t PlainWordClasses(std::string_view S);
+    // A word whose first character has the classes First and all of whose characters share the
+    // classes Shared is plain.
+    static bool IsPlainWord(std::uint16_t First, std::uint16_t Shared) {
+        constexpr std::uint16_t Plain = ccLegal | ccNameSafe;
+        return (First & ccAlpha) && (Shared & Plain) == Plain;
+    }
     // IsKeyword or IsFunction of a plain word whose characters share the classes Shared.
     bool IsReservedWord(std::string_view S, std::uint16_t Shared);
     bool PartsNeedNoQuotes(std::string_view S);
     void BuildClassTables();
+    void BuildFoldedTables();
+    // C in the case the dialect's declared word rules fold words to.
+    char FoldChar(char C) const;
     void AddOperatorParts(const TZvWordList& List, std::uint8_t PrefixFlag, std::uint8_t EntryFlag);
     void FillList(TZvWordList& List, const std::string& CommaText);
     bool ReadQuote(char C);

@@ -91,14 +91,9 @@ void WriteJoinChain(const TZvTableDef& Table, const TZvJoinDefs& Joins, TJoinSpa
         // left out of the chain altogether: merged, its bare condition would open a line without
         // "JOIN", or end up as "(O.X = C.)".
         if (Line == Spans.end()) {
-            const std::size_t Mark = Out.size();
-            Out += "\r\n  ";
-            const std::size_t Start = Out.size();
-            Join.WriteScript(Out);
-            if (Out.size() == Start) {
-                Out.resize(Mark);
+            const std::size_t Start = Join.WriteLine(Out);
+            if (Start == std::string::npos)
                 continue;
-            }
             Spans.push_back({Target, Start, Out.size()});
         } else if (!MergeIntoLine(Spans, static_cast<std::size_t>(Line - Spans.begin()), Join, Out)) {
             continue;
