@@ -26,13 +26,7 @@ constexpr std::string_view kGenericComparisons = "=,<>,<,<=,>,>=";
 // "*" with nothing but blanks and control characters (codes up to 32) around it.
 bool IsPaddedStar(std::string_view S) {
     const std::size_t Star = S.find('*');
-    if (Star == std::string_view::npos)
-        return false;
-    for (std::size_t I = 0; I < S.size(); ++I) {
-        if (I != Star && static_cast<unsigned char>(S[I]) > ' ')
-            return false;
-    }
-    return true;
+    return Star != std::string_view::npos && IsBlankText(S.substr(0, Star)) && IsBlankText(S.substr(Star + 1));
 }
 
 // Target = the Size bytes at Text. Most tokens are a few bytes long: a copy of a known length is
