@@ -32,6 +32,13 @@ std::string TZvCollectionItem::ProcessName(std::string_view S) const {
     return std::string(S);
 }
 
+void TZvCollectionItem::AppendName(std::string& Out, std::string_view S) const {
+    if (TZvSQLScanner* Scanner = GetScanner())
+        Scanner->AppendName(Out, S);
+    else
+        Out += S;
+}
+
 bool TZvCollectionItem::SameIdentifier(std::string_view A, std::string_view B) const {
     if (Collection)
         return Collection->SameIdentifier(A, B);

@@ -63,6 +63,9 @@ public:
     virtual void SetParser(TZvSelectParser* Value);
     // The scanner's quoting of a possibly dotted name; S unchanged without a parser.
     virtual std::string ProcessName(std::string_view S) const;
+    // Appends what this class's ProcessName returns for S (not a derived class's), without a
+    // string in between where the scanner can tell that S stays as it is.
+    void AppendName(std::string& Out, std::string_view S) const;
     // Identifier comparison of the owning collection; exact when the item is in no collection.
     virtual bool SameIdentifier(std::string_view A, std::string_view B) const;
 

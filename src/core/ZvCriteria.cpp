@@ -131,21 +131,23 @@ void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     TZvSQLScanner* Scanner = GetScanner();
     // Without a dot there is no table part, and the name is processed whole either way.
     if (!Scanner || S.find('.') == std::string_view::npos) {
-        Out += TZvCollectionItem::ProcessName(S);
+        AppendName(Out, S);
         return;
     }
     const char L = Scanner->GetIdentQuote();
     const char R = Scanner->GetQuotePair(L);
-    const std::string Table = ExtractTableName(S, L, R);
-    const std::string Column = ExtractFieldName(S, L, R);
+    const std::size_t Dot = QualifierDot(S, L, R);
+    const bool Qualified = Dot != std::string_view::npos && Dot != 0;
+    const std::string_view Table = Qualified ? S.substr(0, Dot) : std::string_view();
+    const std::string_view Column = Qualified ? S.substr(Dot + 1) : S;
     const bool HasTable = !IsBlankText(Table);
     const bool HasColumn = !IsBlankText(Column);
     if (HasTable && HasColumn) {
-        Out += TZvCollectionItem::ProcessName(Table);
+        AppendName(Out, Table);
         Out += '.';
-        Out += TZvCollectionItem::ProcessName(Column);
+        AppendName(Out, Column);
     } else {
-        Out += TZvCollectionItem::ProcessName(HasTable ? std::string_view(Table) : HasColumn ? std::string_view(Column) : S);
+        AppendName(Out, HasTable ? Table : HasColumn ? Column : S);
     }
 }
 

@@ -149,17 +149,22 @@ void TZvFunctionDef::WriteIdentifierScript(std::string& Out) const {
             break;
         Node = List->GetOwner();
     }
-    std::string_view Qualifier;
-    std::string Quoted;
+    // The qualifier and its "." are written only when its text comes out non-empty.
+    const std::size_t Mark = Out.size();
     if (const TZvTableDef* Table = Node ? Node->AsTableDef() : nullptr) {
-        Qualifier = Table->GetPrefix();
+        const std::string& Qualifier = Table->GetPrefix();
         TZvSQLScanner* Scanner = GetScanner();
-        if (!Qualifier.empty() && Scanner && (Scanner->GetProcessAliases() || Qualifier == Table->GetName())) {
-            Quoted = ProcessName(Qualifier);
-            Qualifier = Quoted;
-        }
+        if (!Qualifier.empty() && Scanner && (Scanner->GetProcessAliases() || Qualifier == Table->GetName()))
+            AppendName(Out, Qualifier);
+        else
+            Out += Qualifier;
     }
-    AppendQualifiedColumn(Out, Qualifier, Name == "*" ? Name : ProcessName(Name));
+    if (Out.size() != Mark)
+        Out += '.';
+    if (Name == "*")
+        Out += Name;
+    else
+        AppendName(Out, Name);
 }
 
 void TZvFunctionDef::WriteStringScript(std::string& Out) const {

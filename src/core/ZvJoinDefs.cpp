@@ -33,7 +33,7 @@ std::string JoinColumn(const TZvTableDef& Table, std::string_view Column) {
 // How the target table is named after "JOIN": name, procedure parameters, and the alias after one
 // blank when it differs from the name.
 void WriteTarget(std::string& Out, const TZvTableDef& Target) {
-    Out += Target.ProcessName(Target.GetName());
+    Target.AppendName(Out, Target.GetName());
     if (Target.GetTableType() == qttStoredProc)
         Out += Target.GetProcParamString();
     if (!Target.GetAlias().empty() && Target.GetAlias() != Target.GetName()) {

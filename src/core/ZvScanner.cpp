@@ -1155,7 +1155,14 @@ bool TZvSQLScanner::IsReservedWord(std::string_view S, std::uint16_t Shared) {
 bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
     if (!CharClassesValid)
         BuildClassTables();
+    // Most names are one plain word (no "." and no quote in it): the classes all its characters
+    // share settle it without looking for parts.
     std::uint16_t Shared = 0xFFFF;
+    for (const char C : S)
+        Shared &= CharClass[static_cast<unsigned char>(C)];
+    if (!S.empty() && IsPlainWord(CharClass[static_cast<unsigned char>(S[0])], Shared))
+        return BaseWordRules ? !IsReservedWord(S, Shared) : !NeedQuotes(S);
+    Shared = 0xFFFF;
     for (std::size_t Start = 0, I = 0;; ++I) {
         if (I < S.size() && S[I] != '.') {
             Shared &= CharClass[static_cast<unsigned char>(S[I])];
@@ -1211,6 +1218,21 @@ std::string TZvSQLScanner::ProcessName(std::string_view S) {
     }
     AppendPart(S.size());
     return Result;
+}
+
+bool TZvSQLScanner::QuotesNamesAsBase() {
+    if (!CharClassesValid)
+        BuildClassTables();
+    return BaseWordRules || (WordRules != TZvWordRules::Virtual && !DeclaredOwnNameQuoting);
+}
+
+// The test is the first one of ProcessName, which returns S unchanged when it holds; anything
+// else goes through the dialect's own ProcessName.
+void TZvSQLScanner::AppendName(std::string& Out, std::string_view S) {
+    if (QuotesNamesAsBase() && (!GetQuoteIdentifiers() || PartsNeedNoQuotes(S)))
+        Out += S;
+    else
+        Out += ProcessName(S);
 }
 
 std::string TZvSQLScanner::GetFormatTokenIdent(std::string_view S, bool Quoted) {

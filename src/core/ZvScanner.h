@@ -188,6 +188,9 @@ public:
     virtual bool NeedQuotes(std::string_view S);
     // Quotes a possibly dotted name part by part, where the parts need it.
     virtual std::string ProcessName(std::string_view S);
+    // Appends ProcessName(S) to Out: the name itself, with no string in between, when it is
+    // certain that ProcessName would leave it unchanged.
+    void AppendName(std::string& Out, std::string_view S);
     // Quotes one name part when it needs it (after stripping the quotes it had).
     virtual std::string QuoteName(std::string_view S);
     // A string literal: S as it stands when already quoted, else quoted with inner quotes doubled.
@@ -249,10 +252,13 @@ protected:
         FoldLower,   // the same, lower-cased
     };
     // A dialect whose word tests follow Rules says so for its own class Owner. A scanner derived
-    // from it further may override them, and has its tests called again.
-    void DeclareWordRules(const std::type_info& Owner, TZvWordRules Rules) {
+    // from it further may override them, and has its tests called again. The declaration also
+    // says that Owner quotes names through ProcessName of this class, unless OwnNameQuoting says
+    // it has a ProcessName of its own (see AppendName).
+    void DeclareWordRules(const std::type_info& Owner, TZvWordRules Rules, bool OwnNameQuoting = false) {
         RulesOwner = &Owner;
         DeclaredRules = Rules;
+        DeclaredOwnNameQuoting = OwnNameQuoting;
         CharClassesValid = false;
     }
 
@@ -335,6 +341,9 @@ private:
     // IsKeyword or IsFunction of a plain word whose characters share the classes Shared.
     bool IsReservedWord(std::string_view S, std::uint16_t Shared);
     bool PartsNeedNoQuotes(std::string_view S);
+    // ProcessName is the one of this class: the scanner is this class, or a dialect that
+    // declared its word rules for its own class and no name quoting of its own.
+    bool QuotesNamesAsBase();
     void BuildClassTables();
     void BuildFoldedTables();
     // C in the case the dialect's declared word rules fold words to.
@@ -377,6 +386,7 @@ private:
     TZvWordRules WordRules = TZvWordRules::Virtual;
     const std::type_info* RulesOwner = nullptr;
     TZvWordRules DeclaredRules = TZvWordRules::Virtual;
+    bool DeclaredOwnNameQuoting = false;
     std::array<std::uint16_t, 256> FoldedClass{};  // the classes of each character's folded case
     std::array<bool, 256> FoldedNameStart{};  // the character's folded case begins a name
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator

@@ -36,10 +36,11 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     TZvSQLScanner& Scanner = Parser->GetScanner();
     const char Open = Scanner.GetIdentQuote();
     const char Close = Scanner.GetQuotePair(Open);
-    const std::string Table = ExtractTableName(Entry, Open, Close);
-    if (Table.empty())
+    const std::size_t Dot = QualifierDot(Entry, Open, Close);
+    if (Dot == std::string_view::npos || Dot == 0)
         return false;
-    const std::string Column = ExtractFieldName(Entry, Open, Close);
+    const std::string_view Table = Entry.substr(0, Dot);
+    const std::string_view Column = Entry.substr(Dot + 1);
     if (Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
         return false;
     AppendQualifiedColumn(Out, Scanner.ProcessName(Table), Scanner.QuoteName(Column));

@@ -143,7 +143,7 @@ std::string TZvTableDef::GetScript() const {
 
 void TZvTableDef::WriteScript(std::string& Out) const {
     Out += "  ";
-    Out += ProcessName(Name);
+    AppendName(Out, Name);
     if (TableType == qttStoredProc)
         Out += GetProcParamString();
     TZvSelectParser* Parser = GetParser();

@@ -238,9 +238,9 @@ std::string DecodeIdent(std::string_view S) {
 // A name that ends in R starts inside its quotes. With L == R a quote is told as opening or
 // closing by its neighbour: a doubled quote inside a name raises the depth, and its partner
 // lowers it again, so the pair cancels out.
-std::string ExtractTableName(std::string_view S, char L, char R) {
+std::size_t QualifierDot(std::string_view S, char L, char R) {
     if (S.empty())
-        return std::string();
+        return std::string_view::npos;
     long Depth = 0;
     std::size_t I = S.size();
     if (S.back() == R) {
@@ -262,16 +262,22 @@ std::string ExtractTableName(std::string_view S, char L, char R) {
                 --Depth;
         }
         if (Ch == '.' && Depth == 0)
-            return std::string(S.substr(0, I));
+            return I;
     }
-    return std::string();
+    return std::string_view::npos;
 }
 
+std::string ExtractTableName(std::string_view S, char L, char R) {
+    const std::size_t Dot = QualifierDot(S, L, R);
+    return Dot == std::string_view::npos ? std::string() : std::string(S.substr(0, Dot));
+}
+
+// A "." in front (an empty qualifier) counts as no qualifier: the name stays whole.
 std::string ExtractFieldName(std::string_view S, char L, char R) {
-    const std::string Table = ExtractTableName(S, L, R);
-    if (Table.empty())
+    const std::size_t Dot = QualifierDot(S, L, R);
+    if (Dot == std::string_view::npos || Dot == 0)
         return std::string(S);
-    return std::string(S.substr(Table.size() + 1));
+    return std::string(S.substr(Dot + 1));
 }
 
 // ---- Searching ------------------------------------------------------------------------------

@@ -58,7 +58,10 @@ std::string GetDecodedString(std::string_view Literal, char Q, char C);
 std::string EncodeIdent(std::string_view S);
 std::string DecodeIdent(std::string_view S);
 
-// The qualifier before the last "." that stands outside quotes L..R; empty when there is none.
+// Where S splits into qualifier and name: the position of the last "." that stands outside
+// quotes L..R, npos when there is none.
+std::size_t QualifierDot(std::string_view S, char L, char R);
+// The qualifier before that "."; empty when there is none.
 std::string ExtractTableName(std::string_view S, char L, char R);
 // The part after that "."; S whole when there is no qualifier.
 std::string ExtractFieldName(std::string_view S, char L, char R);

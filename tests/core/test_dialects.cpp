@@ -129,6 +129,13 @@ void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undecl
             const std::string Word = Text.substr(Start, End - Start);
             EXPECT_EQ(Declared.NeedQuotes(Word), Undeclared.NeedQuotes(Word)) << Name << ": '" << Word << "'";
             EXPECT_EQ(Declared.ProcessName(Word), Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+            // Appending skips the string of ProcessName only where it would return the name as is.
+            std::string Fast = "x.";
+            std::string Slow = "x.";
+            Declared.AppendName(Fast, Word);
+            Undeclared.AppendName(Slow, Word);
+            EXPECT_EQ(Fast, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+            EXPECT_EQ(Slow, Fast) << Name << ": '" << Word << "'";
             Start = End + 1;
         }
     }
@@ -142,6 +149,7 @@ void ExpectWordRulesAsTheTests(const char* Name) {
 }
 
 TEST(ZvDialectScanners, DeclaredWordRulesReadEveryTextAsTheWordTests) {
+    ExpectWordRulesAsTheTests<TZvSQLScanner>("generic");
     ExpectWordRulesAsTheTests<TZvMySQLScanner>("mysql");
     ExpectWordRulesAsTheTests<TZvDbiSQLScanner>("dbisam");
     ExpectWordRulesAsTheTests<TZvOracleSQLScanner>("oracle");

@@ -305,6 +305,17 @@ TEST(ZvUtils, QuotedNameWithADotOnlyInsideHasNoQualifier) {
     EXPECT_EQ(ExtractTableName("[a.b]", '[', ']'), "");
 }
 
+TEST(ZvUtils, QualifierDotIsWhereTableAndFieldNamesSplit) {
+    EXPECT_EQ(QualifierDot("s.t.f", '"', '"'), 3u);
+    EXPECT_EQ(QualifierDot(R"("x.y"."z")", '"', '"'), 5u);
+    EXPECT_EQ(QualifierDot("\"a.b\"", '"', '"'), std::string_view::npos);
+    EXPECT_EQ(QualifierDot("", '"', '"'), std::string_view::npos);
+    // A dot in front splits off an empty qualifier, which leaves the field name whole.
+    EXPECT_EQ(QualifierDot(".f", '"', '"'), 0u);
+    EXPECT_EQ(ExtractTableName(".f", '"', '"'), "");
+    EXPECT_EQ(ExtractFieldName(".f", '"', '"'), ".f");
+}
+
 TEST(ZvUtils, NameWithoutADotIsAllField) {
     EXPECT_EQ(ExtractTableName("f", '"', '"'), "");
     EXPECT_EQ(ExtractFieldName("f", '"', '"'), "f");

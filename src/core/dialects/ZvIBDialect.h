@@ -23,8 +23,8 @@ enum TZvIBSQLServer : std::uint8_t { qssDontCare, qssInterBase, qssFireBird };
 class TZvIBScanner : public TZvSQLScanner {
 public:
     // Its word tests are the generic ones on the upper-cased word (ProcessIdent and
-    // GetFormatTokenIdent upper-case a word read outside quotes).
-    TZvIBScanner() { DeclareWordRules(typeid(TZvIBScanner), TZvWordRules::FoldUpper); }
+    // GetFormatTokenIdent upper-case a word read outside quotes); it quotes names its own way.
+    TZvIBScanner() { DeclareWordRules(typeid(TZvIBScanner), TZvWordRules::FoldUpper, true); }
     TZvSQLDialect GetSQLDialect() const { return SQLDialect; }
     // The quote rules follow the dialect number, so the character table is rebuilt.
     void SetSQLDialect(TZvSQLDialect Value);
