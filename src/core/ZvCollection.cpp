@@ -39,6 +39,14 @@ void TZvCollectionItem::AppendName(std::string& Out, std::string_view S) const {
         Out += S;
 }
 
+void TZvCollectionItem::AppendAlias(std::string& Out, std::string_view S) const {
+    TZvSQLScanner* Scanner = GetScanner();
+    if (Scanner && Scanner->GetProcessAliases())
+        Scanner->AppendName(Out, S);
+    else
+        Out += S;
+}
+
 bool TZvCollectionItem::SameIdentifier(std::string_view A, std::string_view B) const {
     if (Collection)
         return Collection->SameIdentifier(A, B);

@@ -66,6 +66,8 @@ public:
     // Appends what this class's ProcessName returns for S (not a derived class's), without a
     // string in between where the scanner can tell that S stays as it is.
     void AppendName(std::string& Out, std::string_view S) const;
+    // Appends S quoted like a name where the scanner quotes aliases, else as it stands.
+    void AppendAlias(std::string& Out, std::string_view S) const;
     // Identifier comparison of the owning collection; exact when the item is in no collection.
     virtual bool SameIdentifier(std::string_view A, std::string_view B) const;
 

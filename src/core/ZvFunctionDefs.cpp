@@ -262,10 +262,9 @@ std::string TZvFieldDef::GetTableAlias() const {
 }
 
 std::string TZvFieldDef::ProcessAlias(std::string_view S) const {
-    TZvSQLScanner* Scanner = GetScanner();
-    if (Scanner && Scanner->GetProcessAliases())
-        return Scanner->ProcessName(S);
-    return std::string(S);
+    std::string Text;
+    AppendAlias(Text, S);
+    return Text;
 }
 
 std::string TZvFieldDef::GetPureScript() const {
@@ -280,7 +279,7 @@ void TZvFieldDef::WriteScript(std::string& Out) const {
         Out += ' ';
         AppendKeyword(Out, GetParser(), "AS");
         Out += ' ';
-        Out += ProcessAlias(Alias);
+        AppendAlias(Out, Alias);
     }
 }
 

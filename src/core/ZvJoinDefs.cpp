@@ -38,7 +38,7 @@ void WriteTarget(std::string& Out, const TZvTableDef& Target) {
         Out += Target.GetProcParamString();
     if (!Target.GetAlias().empty() && Target.GetAlias() != Target.GetName()) {
         Out += ' ';
-        Out += Target.ProcessAlias(Target.GetAlias());
+        Target.AppendAlias(Out, Target.GetAlias());
     }
 }
 

@@ -1181,9 +1181,11 @@ bool TZvSQLScanner::PartsNeedNoQuotes(std::string_view S) {
     }
 }
 
-std::string TZvSQLScanner::ProcessName(std::string_view S) {
-    if (!GetQuoteIdentifiers() || PartsNeedNoQuotes(S) || !NeedQuotes(S))
-        return std::string(S);
+namespace {
+
+// The quoting of ProcessName once it is known that some part needs quotes: each part between the
+// dots that stand outside identifier quotes loses the quotes it had and goes through QuoteName.
+std::string QuoteEachPart(TZvSQLScanner& Scanner, std::string_view S) {
     std::string Result;
     char Open = 0;
     std::size_t OpenCount = 0;
@@ -1191,33 +1193,50 @@ std::string TZvSQLScanner::ProcessName(std::string_view S) {
     auto AppendPart = [&](std::size_t End) {
         std::string_view Part = S.substr(PartStart, End - PartStart);
         std::string Unquoted(Part);
-        if (!Part.empty() && IsIdentQuote(Part.front()))
-            Unquoted = ExtractQuotedString(Part, Part.front(), GetQuotePair(Part.front()));
+        if (!Part.empty() && Scanner.IsIdentQuote(Part.front()))
+            Unquoted = ExtractQuotedString(Part, Part.front(), Scanner.GetQuotePair(Part.front()));
         if (!Result.empty() || PartStart > 0)
             Result += '.';
-        Result += QuoteName(Unquoted);
+        Result += Scanner.QuoteName(Unquoted);
     };
+    // Without a dot the name is one part, wherever its quotes stand.
+    if (S.find('.') == std::string_view::npos) {
+        AppendPart(S.size());
+        return Result;
+    }
     for (std::size_t I = 0; I < S.size(); ++I) {
         const char C = S[I];
         if (Open == 0) {
             if (C == '.') {
                 AppendPart(I);
                 PartStart = I + 1;
-            } else if (IsIdentQuote(C)) {
+            } else if (Scanner.IsIdentQuote(C)) {
                 Open = C;
                 OpenCount = 1;
             }
-        } else if (GetQuotePair(Open) == Open) {
+        } else if (Scanner.GetQuotePair(Open) == Open) {
             // Symmetric quotes: a doubled quote inside the name keeps the stretch open, so the
             // stretch is closed whenever an even number of quotes has been seen.
             if (C == Open && ++OpenCount % 2 == 0)
                 Open = 0;
-        } else if (C == GetQuotePair(Open)) {
+        } else if (C == Scanner.GetQuotePair(Open)) {
             Open = 0;
         }
     }
     AppendPart(S.size());
     return Result;
+}
+
+} // namespace
+
+bool TZvSQLScanner::NameStaysAsItIs(std::string_view S) {
+    return !GetQuoteIdentifiers() || PartsNeedNoQuotes(S) || !NeedQuotes(S);
+}
+
+std::string TZvSQLScanner::ProcessName(std::string_view S) {
+    if (NameStaysAsItIs(S))
+        return std::string(S);
+    return QuoteEachPart(*this, S);
 }
 
 bool TZvSQLScanner::QuotesNamesAsBase() {
@@ -1226,13 +1245,15 @@ bool TZvSQLScanner::QuotesNamesAsBase() {
     return BaseWordRules || (WordRules != TZvWordRules::Virtual && !DeclaredOwnNameQuoting);
 }
 
-// The test is the first one of ProcessName, which returns S unchanged when it holds; anything
-// else goes through the dialect's own ProcessName.
+// Where ProcessName is this class's, its work is done here once: the tests, then the quoting
+// straight from them; a dialect's own ProcessName is asked as it stands.
 void TZvSQLScanner::AppendName(std::string& Out, std::string_view S) {
-    if (QuotesNamesAsBase() && (!GetQuoteIdentifiers() || PartsNeedNoQuotes(S)))
+    if (!QuotesNamesAsBase())
+        Out += ProcessName(S);
+    else if (NameStaysAsItIs(S))
         Out += S;
     else
-        Out += ProcessName(S);
+        Out += QuoteEachPart(*this, S);
 }
 
 std::string TZvSQLScanner::GetFormatTokenIdent(std::string_view S, bool Quoted) {

@@ -344,6 +344,8 @@ private:
     // ProcessName is the one of this class: the scanner is this class, or a dialect that
     // declared its word rules for its own class and no name quoting of its own.
     bool QuotesNamesAsBase();
+    // The tests of this class's ProcessName that leave S as it is.
+    bool NameStaysAsItIs(std::string_view S);
     void BuildClassTables();
     void BuildFoldedTables();
     // C in the case the dialect's declared word rules fold words to.

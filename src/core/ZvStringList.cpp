@@ -87,9 +87,16 @@ void TZvStringList::EndUpdate() {
 }
 
 std::string TZvStringList::ProcessName(std::string_view S) const {
+    std::string Text;
+    AppendName(Text, S);
+    return Text;
+}
+
+void TZvStringList::AppendName(std::string& Out, std::string_view S) const {
     if (Parser)
-        return Parser->GetScanner().ProcessName(S);
-    return std::string(S);
+        Parser->GetScanner().AppendName(Out, S);
+    else
+        Out += S;
 }
 
 std::string TZvStringList::ProcessAlias(std::string_view S) const {

@@ -58,6 +58,8 @@ public:
 
     // The scanner's quoting of a name; S unchanged without a parser.
     std::string ProcessName(std::string_view S) const;
+    // Appends ProcessName(S) to Out, without a string in between where the name stays as it is.
+    void AppendName(std::string& Out, std::string_view S) const;
     // Quoted like a name only when the scanner quotes aliases; S unchanged otherwise.
     std::string ProcessAlias(std::string_view S) const;
 

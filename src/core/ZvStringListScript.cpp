@@ -43,7 +43,12 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     const std::string_view Column = Entry.substr(Dot + 1);
     if (Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
         return false;
-    AppendQualifiedColumn(Out, Scanner.ProcessName(Table), Scanner.QuoteName(Column));
+    // The "." only behind a table part that comes out non-empty, as for any qualified column.
+    const std::size_t Mark = Out.size();
+    Scanner.AppendName(Out, Table);
+    if (Out.size() != Mark)
+        Out += '.';
+    Out += Scanner.QuoteName(Column);
     return true;
 }
 
@@ -98,7 +103,7 @@ void TZvGroupByItems::WriteScript(std::string& Out) {
     WriteClauseHead(Out, Owner, "GROUP");
     for (int I = 0; I < Count(); ++I) {
         if (!WriteTableColumn(Out, Owner, Get(I)))
-            Out += ProcessName(Get(I));
+            AppendName(Out, Get(I));
         WriteEntryEnd(Out, I + 1 == Count());
     }
 }

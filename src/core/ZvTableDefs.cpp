@@ -137,10 +137,9 @@ bool TZvTableDef::IsEmptyName() const {
 }
 
 std::string TZvTableDef::ProcessAlias(std::string_view S) const {
-    TZvSQLScanner* Scanner = GetScanner();
-    if (Scanner && Scanner->GetProcessAliases())
-        return Scanner->ProcessName(S);
-    return std::string(S);
+    std::string Text;
+    AppendAlias(Text, S);
+    return Text;
 }
 
 TZvTableDefs* TZvTableDef::GetTableDefs() const {

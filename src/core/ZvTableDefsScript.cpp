@@ -152,7 +152,7 @@ void TZvTableDef::WriteScript(std::string& Out) const {
             AppendKeyword(Out, Parser, Parser->GetTableNameAndAliasDeilm());
         else
             Out += ' ';
-        Out += ProcessAlias(Alias);
+        AppendAlias(Out, Alias);
     }
     if ((Parser && Parser->IsOracleJoins()) || !GetTableDefs())
         return;
