@@ -1229,7 +1229,8 @@ std::string QuoteEachPart(TZvSQLScanner& Scanner, std::string_view S) {
 
 } // namespace
 
-bool TZvSQLScanner::NameStaysAsItIs(std::string_view S) {
+// Inline: it is the first step of every name written, and called from this file only.
+inline bool TZvSQLScanner::NameStaysAsItIs(std::string_view S) {
     return !GetQuoteIdentifiers() || PartsNeedNoQuotes(S) || !NeedQuotes(S);
 }
 
