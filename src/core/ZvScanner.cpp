@@ -502,12 +502,20 @@ bool TZvSQLScanner::IsBackwardQuote(char C) {
 // ---------------------------------------------------------------------------------------------
 // TZvSQLScanner: the token reader
 
+// Most calls take the first branch, which is a jump: the token reader returns straight to the caller.
 void TZvSQLScanner::GetNextToken() {
+    if (CharClassesValid && !InQuote) [[likely]]
+        return ReadCommonToken();
+    ReadFirstOrAfterQuote();
+}
+
+// The first token of a scan (the tables are built first) and a token after one read inside quotes.
+void TZvSQLScanner::ReadFirstOrAfterQuote() {
     // Valid tables imply defined lists (BuildClassTables defines them first).
     if (!CharClassesValid)
         BuildClassTables();
-    if ((!InQuote || PassClosingQuote()) && ReadCommonToken())
-        return;
+    if (!InQuote || PassClosingQuote())
+        return ReadCommonToken();
     ReadAnyToken();
 }
 
@@ -629,9 +637,9 @@ inline TTokenKinds TZvSQLScanner::WordKinds(std::uint8_t WordFlags, std::uint16_
 // a word that ends at a blank, a delimiter, a quote or the end of the text, and a lone delimiter
 // that starts no operator, line end or quoted text. The outcome is exactly that of the general
 // loop of GetNextToken. Anything else (a "." that may begin a fraction or continue the word, an
-// operator, a line end, a quote, the end of the text) returns false once the blanks before it are
-// passed over, which the general loop would do the same way and repeats as a no-op.
-bool TZvSQLScanner::ReadCommonToken() {
+// operator, a line end, a quote, the end of the text) goes to the general loop once the blanks
+// before it are passed over, which that loop would do the same way and repeats as a no-op.
+void TZvSQLScanner::ReadCommonToken() {
     if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
         SpaceCount = 0;
     // The cursor lives in locals: stores to members could alias the text's characters.
@@ -639,7 +647,7 @@ bool TZvSQLScanner::ReadCommonToken() {
     const std::int32_t Size = Length;
     std::int32_t P = Position;
     if (P > Size)
-        return false;
+        return ReadAnyToken();
     std::uint16_t First = ClassAt(Data, P);
     if (First & ccBlankStart) {
         // Mostly one blank between two tokens: passed over here, as SkipBlanks would.
@@ -652,7 +660,7 @@ bool TZvSQLScanner::ReadCommonToken() {
             SkipBlanks();
             P = Position;
             if (P > Size)
-                return false;
+                return ReadAnyToken();
         }
         First = ClassAt(Data, P);
     }
@@ -666,11 +674,13 @@ bool TZvSQLScanner::ReadCommonToken() {
             if (First & (ccQuote | ccIdentQuote)) {
                 if (!EmptyQuote)
                     PassOpeningQuote();
-                return false;
+                return ReadAnyToken();
             }
             // A "." may begin a fraction, which the general loop tries first.
-            return (First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && Data[P - 1] != '.' &&
-                   ReadCommonOperator();
+            if ((First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && Data[P - 1] != '.' &&
+                ReadCommonOperator())
+                return;
+            return ReadAnyToken();
         }
     } else {
         for (; End <= Size; ++End) {
@@ -685,7 +695,7 @@ bool TZvSQLScanner::ReadCommonToken() {
                 EmptyQuote = false;  // as ReadQuote leaves it after a word
             else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) ||
                                          IsIntegerWord(std::string_view(Data + (P - 1), static_cast<std::size_t>(End - P)), First, Rest)))
-                return false;
+                return ReadAnyToken();
         }
     }
     const auto WordSize = static_cast<std::size_t>(End - P);
@@ -712,7 +722,6 @@ bool TZvSQLScanner::ReadCommonToken() {
         ClassifyDialectWord(WordFlags);
     if (WordFlags & wfOperation)
         TokenKinds.Include(tkOperation);
-    return true;
 }
 
 // The same through the dialect's own word tests; an identifier is written as the dialect formats

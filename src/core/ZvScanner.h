@@ -280,7 +280,9 @@ protected:
     void DefineLists();
     // Reads the characters of one token, before it is classified.
     void ReadToken();
-    bool ReadCommonToken();
+    // The common tokens, read in one pass; anything else goes on to ReadAnyToken.
+    void ReadCommonToken();
+    void ReadFirstOrAfterQuote();
     void ReadAnyToken();
     template <class TWords>
     void MarkListed(const TWords& Words);

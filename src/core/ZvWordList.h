@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,16 +23,39 @@ public:
     void Add(std::string_view Word, std::uint8_t Flags);
     // The flags of Text, 0 when it is absent. Inline up to the first-byte-and-length test, which
     // turns most identifiers away before any hashing.
+    // A word that passes it names a key, so the table has slots; a short word is then probed right
+    // here, without a call.
     std::uint8_t Find(std::string_view Text) const {
         if (Text.empty() ? !HasEmptyKey
                          : !(FirstAndLength[static_cast<unsigned char>(UpCase(Text[0]))] & LengthBit(Text.size())))
             return 0;
-        return FindKey(Text);
+        return Text.size() <= kPackedSize ? Slots[LocatePacked(Text)].Flags : FindLong(Text);
     }
 
 private:
-    std::uint8_t FindKey(std::string_view Text) const;
+    // One slot of the open-addressed table. A probe compares a short word's packed bytes and length
+    // right in the slot, so that finding it (or learning it is absent) reads one slot array and
+    // nothing else; only keys longer than the packed size are compared against Keys.
+    struct TSlot {
+        std::uint64_t Packed = 0;  // the folded bytes of a key of up to 8 bytes, 0 for longer ones
+        std::uint32_t Key = 0;     // index + 1 into Keys, 0 when the slot is empty
+        std::uint8_t Size = 0;     // the key's length, 255 for any longer than that
+        std::uint8_t Flags = 0;    // 0 in an empty slot, so a miss needs no test of its own
+    };
+
+    // Words of up to eight bytes, the common case, are looked up by their folded bytes packed into
+    // one integer: hashing and comparing each is then a few instructions.
+    static constexpr std::size_t kPackedSize = 8;
+    static std::uint64_t PackFolded(std::string_view Text);
+    static std::uint64_t Mix(std::uint64_t H) {
+        H *= 0x9E3779B97F4A7C15ULL;
+        return H ^ (H >> 29);
+    }
+    static std::uint64_t FoldedHash(std::string_view Text);
+    // The slot holding Text, or the empty slot where it would go; Slots must not be empty.
+    std::size_t LocatePacked(std::string_view Text) const;
     std::size_t Locate(std::string_view Text) const;
+    std::uint8_t FindLong(std::string_view Text) const;
     void Grow();
 
     // Bit min(length, 31) of entry [folded first byte] is set when some key has that first byte
@@ -39,12 +63,45 @@ private:
     static std::uint32_t LengthBit(std::size_t Size) { return 1u << (Size < 31 ? Size : 31); }
 
     std::vector<std::string> Keys;  // upper-cased
-    std::vector<std::uint64_t> PackedKeys;  // the bytes of the keys of up to 8 bytes, 0 for longer
-    std::vector<std::uint8_t> Values;
-    std::vector<std::uint32_t> Slots;  // index + 1 into Keys, 0 when empty
+    std::vector<TSlot> Slots;
     std::array<std::uint32_t, 256> FirstAndLength{};
     bool HasEmptyKey = false;
 };
+
+// The bytes of a short Text in one integer, each letter upper-cased. A copy of a known length is a
+// load; the letters of all eight bytes are folded at once (a byte is a lower-case letter when its
+// low seven bits lie in 'a'..'z' and its high bit is clear).
+[[gnu::always_inline]] inline std::uint64_t TZvWordFlags::PackFolded(std::string_view Text) {
+    std::uint64_t Packed = 0;
+    switch (Text.size()) {
+    case 8: std::memcpy(&Packed, Text.data(), 8); break;
+    case 7: std::memcpy(&Packed, Text.data(), 7); break;
+    case 6: std::memcpy(&Packed, Text.data(), 6); break;
+    case 5: std::memcpy(&Packed, Text.data(), 5); break;
+    case 4: std::memcpy(&Packed, Text.data(), 4); break;
+    case 3: std::memcpy(&Packed, Text.data(), 3); break;
+    case 2: std::memcpy(&Packed, Text.data(), 2); break;
+    case 1: std::memcpy(&Packed, Text.data(), 1); break;
+    default: break;
+    }
+    constexpr std::uint64_t Ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t High = Ones * 0x80;
+    const std::uint64_t Low7 = Packed & ~High;
+    const std::uint64_t AtLeastA = Low7 + Ones * (0x80 - 'a');
+    const std::uint64_t AboveZ = Low7 + Ones * (0x80 - 'z' - 1);
+    const std::uint64_t Lower = AtLeastA & ~AboveZ & ~Packed & High;
+    return Packed - (Lower >> 2);
+}
+
+[[gnu::always_inline]] inline std::size_t TZvWordFlags::LocatePacked(std::string_view Text) const {
+    const std::size_t Mask = Slots.size() - 1;
+    const std::uint64_t Packed = PackFolded(Text);
+    const auto Size = static_cast<std::uint8_t>(Text.size());
+    std::size_t Slot = Mix(Packed ^ (static_cast<std::uint64_t>(Size) << 56)) & Mask;
+    while (Slots[Slot].Key != 0 && !(Slots[Slot].Packed == Packed && Slots[Slot].Size == Size))
+        Slot = (Slot + 1) & Mask;
+    return Slot;
+}
 
 class TZvWordList {
 public:

@@ -85,6 +85,9 @@ TEST(TZvWordList, WordsUpToEightBytesAndLongerAreFoundByWholeEntry) {
         EXPECT_FALSE(L.Contains(Word)) << Word;
     EXPECT_FALSE(L.Contains(std::string_view("A\0", 2)));
     EXPECT_FALSE(L.Contains(std::string_view("ABCDEFG\0", 8)));
+    // Words that share an entry's first letter and length are told apart by the table itself.
+    for (const char* Word : {"abcdefx", "abcdefgx", "abcdefghx", "x\x80z"})
+        EXPECT_FALSE(L.Contains(Word)) << Word;
 }
 
 TEST(TZvWordList, PrefixTestFindsBeginningsOfEntries) {
