@@ -4,6 +4,7 @@
 // model is added to this class by the statement reader.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -286,7 +287,12 @@ private:
     void AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,
                  const TZvTableDef* Target, const std::string& Operator, bool Swapped);
     std::int32_t TokenSourceStart();
-    std::int32_t TokenSourceEnd();
+    // Where the current token's source text ends (1-based, exclusive: after its closing quote).
+    // Inline: every NextToken asks it.
+    std::int32_t TokenSourceEnd() {
+        const TZvSQLScanner& S = GetScanner();
+        return S.InQuote ? std::min(S.Position + 1, S.Length + 1) : S.Position;
+    }
     std::string SourceText(std::int32_t Start, std::int32_t End);
     bool SkipBracketed();
     bool SkipArgument();
@@ -304,15 +310,22 @@ private:
     TZvTableDef* FindOrCreateTable(const std::string& Reference);
     // The table a qualifier names: by alias as written, or by the bare alias of a quoted one.
     TZvTableDef* FindTableByReference(const std::string& Reference);
+    // The same, leaving the reference's BareReference in Bare when no table carries the alias as
+    // written (the caller that goes on to look the table up by name needs it too).
+    TZvTableDef* FindTableByReference(const std::string& Reference, std::string& Bare);
     // A table reference as the FROM reader names a table: each dot-separated part unquoted
     // ("my table".x is the table my table.x).
     std::string BareReference(const std::string& Reference);
     bool StartsCondition();
     void ParseCriterion(TZvCriterion& Criterion);
     const TZvOperator* FirstSingleOperandOperator();
-    // True when Words are an operator's name or its first words; with Longer, only when words
-    // follow them in that name.
-    bool IsOperatorBeginning(std::string_view Words, bool Longer = false);
+    // How Words stand to the operators' names: Begins when some name is Words or begins with them
+    // (whole words, any case), GoesOn when some such name has more words after them.
+    struct TOperatorReach {
+        bool Begins = false;
+        bool GoesOn = false;
+    };
+    TOperatorReach OperatorReach(std::string_view Words);
     const TZvOperator* ReadCriterionOperator();
     void ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator);
     void ReadRightOperand(TZvFunctionDef& Operand, bool InBrackets);

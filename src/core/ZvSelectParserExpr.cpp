@@ -32,11 +32,6 @@ std::int32_t TZvSelectParser::TokenSourceStart() {
     return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
 }
 
-std::int32_t TZvSelectParser::TokenSourceEnd() {
-    TZvSQLScanner& S = GetScanner();
-    return S.InQuote ? std::min(S.Position + 1, S.Length + 1) : S.Position;
-}
-
 std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
     const std::string& Text = GetScanner().Expression;
     if (End <= Start)
@@ -425,11 +420,11 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
 
 // A table first named by a qualified column gets the bare name; the FROM list completes it.
 TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
-    if (TZvTableDef* Table = FindTableByReference(Reference))
+    std::string Name;
+    if (TZvTableDef* Table = FindTableByReference(Reference, Name))
         return Table;
     // Named as the FROM list names it, so that the FROM entry finds and completes it; a qualified
     // name found only by its first part would stand in the FROM list twice.
-    const std::string Name = BareReference(Reference);
     if (TZvTableDef* Table = GetTableDefs().FindByName(Name))
         return Table;
     TZvTableDef* Table = GetTableDefs().Add();
@@ -684,14 +679,17 @@ bool BeginsWithWords(std::string_view Name, std::string_view Words) {
 
 } // namespace
 
-bool TZvSelectParser::IsOperatorBeginning(std::string_view Words, bool Longer) {
+TZvSelectParser::TOperatorReach TZvSelectParser::OperatorReach(std::string_view Words) {
     TZvOperators& List = GetOperators();
-    for (int I = 0; I < List.Count(); ++I) {
+    TOperatorReach Reach;
+    for (int I = 0; I < List.Count() && !Reach.GoesOn; ++I) {
         const std::string& Name = List.Items(I)->GetName();
-        if (BeginsWithWords(Name, Words) && (!Longer || Name.size() > Words.size()))
-            return true;
+        if (BeginsWithWords(Name, Words)) {
+            Reach.Begins = true;
+            Reach.GoesOn = Name.size() > Words.size();
+        }
     }
-    return false;
+    return Reach;
 }
 
 // A comparison token, or the longest run of words that names an operator ("IS NOT NULL").
@@ -709,18 +707,25 @@ const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
             NextToken();
         return Operator;
     }
-    if (!IsIntersected(S.TokenKinds, {tkKeyword, tkIdent}) || !IsOperatorBeginning(S.Token))
+    if (!IsIntersected(S.TokenKinds, {tkKeyword, tkIdent}))
+        return nullptr;
+    TOperatorReach Reach = OperatorReach(S.Token);
+    if (!Reach.Begins)
         return nullptr;
     std::string Words = S.Token;
     // The next token is looked at only while some operator's name goes on after the words read
     // (IS, NOT): a look ahead costs a token read, and most operators are one word.
-    while (IsOperatorBeginning(Words, true)) {
+    while (Reach.GoesOn) {
         S.GetTokenPlus();
-        const std::string Longer = Words + " " + S.TokenPlus;
-        if (S.TokenPlus.empty() || !IsOperatorBeginning(Longer))
+        if (S.TokenPlus.empty())
+            break;
+        std::string Longer = Words + " " + S.TokenPlus;
+        const TOperatorReach LongerReach = OperatorReach(Longer);
+        if (!LongerReach.Begins)
             break;
         NextToken();
-        Words = Longer;
+        Words = std::move(Longer);
+        Reach = LongerReach;
     }
     const TZvOperator* Operator = List.FindByName(Words);
     if (Operator == nullptr) {

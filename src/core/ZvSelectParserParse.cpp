@@ -59,12 +59,17 @@ std::string TZvSelectParser::TokenAliasOf(std::string Name) {
 }
 
 TZvTableDef* TZvSelectParser::FindTableByReference(const std::string& Reference) {
+    std::string Bare;
+    return FindTableByReference(Reference, Bare);
+}
+
+TZvTableDef* TZvSelectParser::FindTableByReference(const std::string& Reference, std::string& Bare) {
     TZvTableDefs& Tables = GetTableDefs();
     if (TZvTableDef* Table = Tables.FindByAlias(Reference))
         return Table;
     // A quoted reference also finds the table whose alias is the bare name (FROM "a b" gives the
     // alias a b, which is written with quotes again as the table's name).
-    const std::string Bare = BareReference(Reference);
+    Bare = BareReference(Reference);
     if (Bare != Reference) {
         if (TZvTableDef* Table = Tables.FindByAlias(Bare))
             return Table;
@@ -86,17 +91,25 @@ std::string TZvSelectParser::BareReference(const std::string& Reference) {
         } else if (S.IsIdentQuote(C)) {
             Open = C;
         } else if (C == '.') {
-            Bare += BarePart(std::string_view(Reference).substr(PartStart, I - PartStart)) + ".";
+            Bare += BarePart(std::string_view(Reference).substr(PartStart, I - PartStart));
+            Bare += '.';
             PartStart = I + 1;
         }
     }
-    return Bare + BarePart(std::string_view(Reference).substr(PartStart));
+    if (PartStart == 0)
+        return BarePart(Reference);
+    Bare += BarePart(std::string_view(Reference).substr(PartStart));
+    return Bare;
 }
 
 // A quoted part is the name between its quotes, exactly: the dialect's own processing of a word
 // (InterBase upper-cases it, quotes and all) is for bare words, and a quoted name keeps its case.
 std::string TZvSelectParser::BarePart(std::string_view Part) {
     TZvSQLScanner& S = GetScanner();
+    // Only a part that opens with an identifier quote can lose its quotes: the others skip the
+    // unquoting copy.
+    if (Part.empty() || !S.IsIdentQuote(Part.front()))
+        return S.ProcessIdent(Part);
     const std::string Unquoted = S.TZvSQLScanner::ProcessIdent(Part);
     return Unquoted.size() != Part.size() ? QuotedPart(Unquoted) : S.ProcessIdent(Part);
 }
