@@ -130,12 +130,12 @@ void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undecl
             EXPECT_EQ(Declared.NeedQuotes(Word), Undeclared.NeedQuotes(Word)) << Name << ": '" << Word << "'";
             EXPECT_EQ(Declared.ProcessName(Word), Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
             // Appending skips the string of ProcessName only where it would return the name as is.
-            std::string Fast = "x.";
-            std::string Slow = "x.";
-            Declared.AppendName(Fast, Word);
-            Undeclared.AppendName(Slow, Word);
-            EXPECT_EQ(Fast, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
-            EXPECT_EQ(Slow, Fast) << Name << ": '" << Word << "'";
+            std::string DeclaredText = "x.";
+            std::string UndeclaredText = "x.";
+            Declared.AppendName(DeclaredText, Word);
+            Undeclared.AppendName(UndeclaredText, Word);
+            EXPECT_EQ(DeclaredText, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+            EXPECT_EQ(UndeclaredText, DeclaredText) << Name << ": '" << Word << "'";
             Start = End + 1;
         }
     }
