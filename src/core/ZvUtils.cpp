@@ -234,13 +234,16 @@ std::string DecodeIdent(std::string_view S) {
     return ReplaceChar(S, '\t', '.');
 }
 
-// Scans backwards keeping a quotation depth; the first "." met at depth 0 ends the qualifier.
-// A name that ends in R starts inside its quotes. With L == R a quote is told as opening or
-// closing by its neighbour: a doubled quote inside a name raises the depth, and its partner
-// lowers it again, so the pair cancels out.
-std::string ExtractTableName(std::string_view S, char L, char R) {
+namespace {
+
+// Where the qualifier of S ends: the index of the last "." outside quotes L..R, or npos when
+// there is none. Scans backwards keeping a quotation depth; the first "." met at depth 0 ends the
+// qualifier. A name that ends in R starts inside its quotes. With L == R a quote is told as
+// opening or closing by its neighbour: a doubled quote inside a name raises the depth, and its
+// partner lowers it again, so the pair cancels out.
+std::size_t QualifierDot(std::string_view S, char L, char R) {
     if (S.empty())
-        return std::string();
+        return std::string_view::npos;
     long Depth = 0;
     std::size_t I = S.size();
     if (S.back() == R) {
@@ -262,16 +265,30 @@ std::string ExtractTableName(std::string_view S, char L, char R) {
                 --Depth;
         }
         if (Ch == '.' && Depth == 0)
-            return std::string(S.substr(0, I));
+            return I;
     }
-    return std::string();
+    return std::string_view::npos;
+}
+
+} // namespace
+
+std::string_view TableNamePart(std::string_view S, char L, char R) {
+    const std::size_t Dot = QualifierDot(S, L, R);
+    return Dot == std::string_view::npos ? std::string_view() : S.substr(0, Dot);
+}
+
+std::string_view FieldNamePart(std::string_view S, char L, char R) {
+    // A leading dot qualifies by nothing, so the text stays whole, as for a name without a dot.
+    const std::size_t Dot = QualifierDot(S, L, R);
+    return Dot == std::string_view::npos || Dot == 0 ? S : S.substr(Dot + 1);
+}
+
+std::string ExtractTableName(std::string_view S, char L, char R) {
+    return std::string(TableNamePart(S, L, R));
 }
 
 std::string ExtractFieldName(std::string_view S, char L, char R) {
-    const std::string Table = ExtractTableName(S, L, R);
-    if (Table.empty())
-        return std::string(S);
-    return std::string(S.substr(Table.size() + 1));
+    return std::string(FieldNamePart(S, L, R));
 }
 
 // ---- Searching ------------------------------------------------------------------------------
