@@ -12,6 +12,14 @@
 
 namespace zv {
 
+namespace {
+
+// Most model lists hold a handful of items (arguments, operands, conditions, a table's fields):
+// room for a few at the first one spares the regrowths at the second and third.
+constexpr std::size_t FirstCapacity = 4;
+
+} // namespace
+
 // ---- TZvCollectionItem ----------------------------------------------------------------------
 
 void TZvCollectionItem::Assign(const TZvCollectionItem& /*Source*/) {}
@@ -104,6 +112,8 @@ TZvCollectionItem* TZvCollection::Adopt(std::unique_ptr<TZvCollectionItem> Item)
 TZvCollectionItem* TZvCollection::Place(int Index, std::unique_ptr<TZvCollectionItem> Owned) {
     TZvCollectionItem* Item = Owned.get();
     Item->Collection = this;
+    if (Items.capacity() == 0)
+        Items.reserve(FirstCapacity);
     Items.insert(Items.begin() + Index, std::move(Owned));
     Renumber(Index);
     if (Index + 1 < Count())

@@ -50,10 +50,9 @@ std::string GetFilterAsString(TZvCriterionFilter Filter) {
 
 // ---- TZvCriterion ---------------------------------------------------------------------------
 
-TZvCriterion::TZvCriterion()
-    : SubItems(CreateSubItems()),
-      RightSide(std::make_unique<TZvFunctionDefs>(this, ItemClassOf<TZvFunctionDef>())),
-      LeftSide(std::make_unique<TZvFunctionDef>()) {}
+// The sub-list starts as CreateSubItems would make it: a plain list with this criterion's parser,
+// which is none yet.
+TZvCriterion::TZvCriterion() : SubItems(this), RightSide(this, ItemClassOf<TZvFunctionDef>()) {}
 
 TZvCriterion::~TZvCriterion() = default;
 
@@ -70,50 +69,50 @@ void TZvCriterion::Assign(const TZvCollectionItem& Source) {
         return;
     // A criterion copied into its own subtree, or out of it, is copied as it stood: through a
     // detached snapshot, since the copy would otherwise change or free its own source.
-    if (ListLiesWithin(GetCollection(), Other->SubItems.get()) ||
-        ListLiesWithin(Other->GetCollection(), SubItems.get())) {
+    if (ListLiesWithin(GetCollection(), &Other->SubItems) ||
+        ListLiesWithin(Other->GetCollection(), &SubItems)) {
         TZvCriterion Snapshot;
         Snapshot.Assign(*Other);
         Assign(Snapshot);
         return;
     }
-    LeftSide->Assign(*Other->LeftSide);
+    LeftSide.Assign(Other->LeftSide);
     OperatorCaption = Other->OperatorCaption;
-    RightSide->Assign(*Other->RightSide);
-    SubItems->Assign(*Other->SubItems);
+    RightSide.Assign(Other->RightSide);
+    SubItems.Assign(Other->SubItems);
     Tag = Other->Tag;
 }
 
 void TZvCriterion::TakeFrom(TZvCriterion& Source) {
     if (&Source == this)
         return;
-    LeftSide->TakeFrom(*Source.LeftSide);
+    LeftSide.TakeFrom(Source.LeftSide);
     OperatorCaption = std::move(Source.OperatorCaption);
-    RightSide->Clear();
-    RightSide->TakeItems(*Source.RightSide);
-    SubItems->Clear();
-    SubItems->SetFilter(Source.SubItems->GetFilter());
-    SubItems->TakeItems(*Source.SubItems);
+    RightSide.Clear();
+    RightSide.TakeItems(Source.RightSide);
+    SubItems.Clear();
+    SubItems.SetFilter(Source.SubItems.GetFilter());
+    SubItems.TakeItems(Source.SubItems);
     Tag = Source.Tag;
 }
 
 void TZvCriterion::SetSubItems(const TZvCriterions& Value) {
-    SubItems->Assign(Value);
+    SubItems.Assign(Value);
 }
 
 void TZvCriterion::SetRightSide(const TZvFunctionDefs& Value) {
-    RightSide->Assign(Value);
+    RightSide.Assign(Value);
 }
 
 void TZvCriterion::SetLeftSide(const TZvFunctionDef& Value) {
-    LeftSide->Assign(Value);
+    LeftSide.Assign(Value);
 }
 
 void TZvCriterion::SetParser(TZvSelectParser* Value) {
     TZvCollectionItem::SetParser(Value);
-    LeftSide->SetParser(Value);
-    RightSide->SetParser(Value);
-    SubItems->SetParser(Value);
+    LeftSide.SetParser(Value);
+    RightSide.SetParser(Value);
+    SubItems.SetParser(Value);
     if (!Value)
         return;
     const TZvOperators& Operators = Value->GetOperators();
@@ -160,19 +159,19 @@ void TZvCriterion::WriteOperand(std::string& Out, const TZvFunctionDef& Operand)
 
 void TZvCriterion::WriteRightSide(std::string& Out, const TZvOperator& Operator) const {
     Out += Operator.GetPrefix();
-    const int Given = RightSide->Count();
+    const int Given = RightSide.Count();
     if (Operator.GetCommaList()) {
         for (int I = 0; I < Given; ++I) {
             if (I > 0)
                 Out += ',';
-            WriteOperand(Out, *RightSide->Items(I));
+            WriteOperand(Out, *RightSide.Items(I));
         }
     } else {
         // A missing operand is written as a blank, so "BETWEEN" with one operand keeps its shape
         // and the user sees where the second one goes.
         for (int I = 0; I < Operator.GetCount(); ++I) {
             if (I < Given)
-                WriteOperand(Out, *RightSide->Items(I));
+                WriteOperand(Out, *RightSide.Items(I));
             else
                 Out += ' ';
             if (I < Given - 1) {
@@ -192,15 +191,15 @@ std::string TZvCriterion::GetScript() const {
 }
 
 void TZvCriterion::WriteScript(std::string& Out) const {
-    if (SubItems->Count() > 0) {
-        SubItems->WriteScript(Out);
+    if (SubItems.Count() > 0) {
+        SubItems.WriteScript(Out);
         return;
     }
     TZvSelectParser* P = GetParser();
     // An operator the dialect does not know is written as it stands, with nothing after it;
     // without a parser there is no operator list, and the operands follow as a plain list.
     const TZvOperator* Operator = P ? P->GetOperators().FindByCaption(OperatorCaption) : nullptr;
-    WriteOperand(Out, *LeftSide);
+    WriteOperand(Out, LeftSide);
     const std::size_t Left = Out.size();
     Out += ' ';
     AppendKeyword(Out, P, Operator ? std::string_view(Operator->GetName())
@@ -211,7 +210,7 @@ void TZvCriterion::WriteScript(std::string& Out) const {
     if (Operator)
         WriteRightSide(Out, *Operator);
     else if (!P)
-        RightSide->WriteScript(Out);
+        RightSide.WriteScript(Out);
     if (!IsBlankText(std::string_view(Out).substr(Right)))
         return;
     // A one-operand comparison without its operand is the left side alone: a Boolean column
@@ -220,6 +219,8 @@ void TZvCriterion::WriteScript(std::string& Out) const {
 }
 
 // ---- TZvCriterions --------------------------------------------------------------------------
+
+TZvCriterions::TZvCriterions(TZvPersistent* AOwner) : TZvCriterions(AOwner, ItemClassOf<TZvCriterion>()) {}
 
 TZvCriterions::TZvCriterions(TZvPersistent* AOwner, TZvItemClass AItemClass)
     : TZvCollection(AOwner, std::move(AItemClass)) {}

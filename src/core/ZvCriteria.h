@@ -13,7 +13,7 @@
 
 namespace zv {
 
-class TZvCriterions;
+class TZvCriterion;
 class TZvOperator;
 
 // The connective of a criteria list: all hold (AND), any holds (OR), none holds (NOT of OR), not
@@ -22,6 +22,39 @@ enum TZvCriterionFilter : std::uint8_t { cfAll, cfAny, cfNone, cfNotAll, cfNot }
 
 // The word by which the user sees a connective: "All", "Any", "None", "Not all", "Not".
 std::string GetFilterAsString(TZvCriterionFilter Filter);
+
+// A list of criteria joined by Filter. The owner is the criterion whose SubItems this is, or the
+// parser for a top-level list.
+class TZvCriterions : public TZvCollection {
+public:
+    // Items of class TZvCriterion, or of AItemClass.
+    explicit TZvCriterions(TZvPersistent* AOwner);
+    TZvCriterions(TZvPersistent* AOwner, TZvItemClass AItemClass);
+
+    TZvCriterion* Items(int Index) const;
+    TZvCriterion* Add();
+    TZvCriterion* Insert(int Index);
+
+    TZvCriterionFilter GetFilter() const { return Filter; }
+    void SetFilter(TZvCriterionFilter Value) { Filter = Value; }
+    // Copies Filter, then the items.
+    void Assign(const TZvCollection& Source) override;
+
+    // The written criteria joined by the connective, each on its own indented line and bracketed
+    // unless the script format lets it stand bare; NOT in front for the negating filters; a line
+    // break after a top-level list. Empty when no criterion writes anything. Virtual so that
+    // TZvCriterions::GetScript() called on a clause's list gives the bare list text.
+    virtual std::string GetScript() const;
+    // The same text appended to Out.
+    virtual void WriteScript(std::string& Out) const;
+
+    // Deletes every criterion of this list (not of nested lists) whose text contains Probe, found
+    // with or without regard to case; returns how many went.
+    int DeleteContaining(std::string_view Probe, bool CaseSensitive);
+
+private:
+    TZvCriterionFilter Filter = cfAll;
+};
 
 // One condition (LeftSide, an operator named by its caption, RightSide), or a group: when SubItems
 // holds items the criterion stands for that nested list and its own operands are not written.
@@ -50,13 +83,13 @@ public:
     // The same text appended to Out.
     virtual void WriteScript(std::string& Out) const;
 
-    TZvCriterions& GetSubItems() const { return *SubItems; }
+    TZvCriterions& GetSubItems() const { return SubItems; }
     void SetSubItems(const TZvCriterions& Value);
     const std::string& GetOperatorCaption() const { return OperatorCaption; }
     void SetOperatorCaption(std::string_view Value) { OperatorCaption = Value; }
-    TZvFunctionDefs& GetRightSide() const { return *RightSide; }
+    TZvFunctionDefs& GetRightSide() const { return RightSide; }
     void SetRightSide(const TZvFunctionDefs& Value);
-    TZvFunctionDef& GetLeftSide() const { return *LeftSide; }
+    TZvFunctionDef& GetLeftSide() const { return LeftSide; }
     void SetLeftSide(const TZvFunctionDef& Value);
     // Opaque per-criterion data kept for the conditions editor; copied, read by no rule here.
     std::int32_t GetTag() const { return Tag; }
@@ -79,43 +112,25 @@ private:
     // prefix, the operands as the operator lays them out, its postfix.
     void WriteRightSide(std::string& Out, const TZvOperator& Operator) const;
 
-    std::unique_ptr<TZvCriterions> SubItems;
+    // Held in place rather than on the heap: every criterion has all three, and the model of a
+    // typical statement makes thousands of criteria. Mutable because the accessors hand them out
+    // from const criteria, as the lists and operands are parts the criterion owns, not its state.
+    mutable TZvCriterions SubItems;
     std::string OperatorCaption;
-    std::unique_ptr<TZvFunctionDefs> RightSide;
-    std::unique_ptr<TZvFunctionDef> LeftSide;
+    mutable TZvFunctionDefs RightSide;
+    mutable TZvFunctionDef LeftSide;
     std::int32_t Tag = 0;
 };
 
-// A list of criteria joined by Filter. The owner is the criterion whose SubItems this is, or the
-// parser for a top-level list.
-class TZvCriterions : public TZvCollection {
-public:
-    explicit TZvCriterions(TZvPersistent* AOwner, TZvItemClass AItemClass = ItemClassOf<TZvCriterion>());
-
-    TZvCriterion* Items(int Index) const { return static_cast<TZvCriterion*>(GetItem(Index)); }
-    TZvCriterion* Add() { return static_cast<TZvCriterion*>(TZvCollection::Add()); }
-    TZvCriterion* Insert(int Index) { return static_cast<TZvCriterion*>(TZvCollection::Insert(Index)); }
-
-    TZvCriterionFilter GetFilter() const { return Filter; }
-    void SetFilter(TZvCriterionFilter Value) { Filter = Value; }
-    // Copies Filter, then the items.
-    void Assign(const TZvCollection& Source) override;
-
-    // The written criteria joined by the connective, each on its own indented line and bracketed
-    // unless the script format lets it stand bare; NOT in front for the negating filters; a line
-    // break after a top-level list. Empty when no criterion writes anything. Virtual so that
-    // TZvCriterions::GetScript() called on a clause's list gives the bare list text.
-    virtual std::string GetScript() const;
-    // The same text appended to Out.
-    virtual void WriteScript(std::string& Out) const;
-
-    // Deletes every criterion of this list (not of nested lists) whose text contains Probe, found
-    // with or without regard to case; returns how many went.
-    int DeleteContaining(std::string_view Probe, bool CaseSensitive);
-
-private:
-    TZvCriterionFilter Filter = cfAll;
-};
+inline TZvCriterion* TZvCriterions::Items(int Index) const {
+    return static_cast<TZvCriterion*>(GetItem(Index));
+}
+inline TZvCriterion* TZvCriterions::Add() {
+    return static_cast<TZvCriterion*>(TZvCollection::Add());
+}
+inline TZvCriterion* TZvCriterions::Insert(int Index) {
+    return static_cast<TZvCriterion*>(TZvCollection::Insert(Index));
+}
 
 // The WHERE clause's own item and list classes (the top level only; nested groups are plain).
 class TZvWhereItem : public TZvCriterion {

@@ -267,17 +267,23 @@ std::size_t QualifierDot(std::string_view S, char L, char R) {
     return std::string_view::npos;
 }
 
-std::string ExtractTableName(std::string_view S, char L, char R) {
+std::string_view TableNamePart(std::string_view S, char L, char R) {
     const std::size_t Dot = QualifierDot(S, L, R);
-    return Dot == std::string_view::npos ? std::string() : std::string(S.substr(0, Dot));
+    return Dot == std::string_view::npos ? std::string_view() : S.substr(0, Dot);
 }
 
 // A "." in front (an empty qualifier) counts as no qualifier: the name stays whole.
-std::string ExtractFieldName(std::string_view S, char L, char R) {
+std::string_view FieldNamePart(std::string_view S, char L, char R) {
     const std::size_t Dot = QualifierDot(S, L, R);
-    if (Dot == std::string_view::npos || Dot == 0)
-        return std::string(S);
-    return std::string(S.substr(Dot + 1));
+    return Dot == std::string_view::npos || Dot == 0 ? S : S.substr(Dot + 1);
+}
+
+std::string ExtractTableName(std::string_view S, char L, char R) {
+    return std::string(TableNamePart(S, L, R));
+}
+
+std::string ExtractFieldName(std::string_view S, char L, char R) {
+    return std::string(FieldNamePart(S, L, R));
 }
 
 // ---- Searching ------------------------------------------------------------------------------

@@ -65,6 +65,9 @@ std::size_t QualifierDot(std::string_view S, char L, char R);
 std::string ExtractTableName(std::string_view S, char L, char R);
 // The part after that "."; S whole when there is no qualifier.
 std::string ExtractFieldName(std::string_view S, char L, char R);
+// The same two parts as views into S, for callers that only read them.
+std::string_view TableNamePart(std::string_view S, char L, char R);
+std::string_view FieldNamePart(std::string_view S, char L, char R);
 
 // 1-based position of T in S, 0 when absent; case-insensitive (ASCII) unless CaseSensitive.
 int ZvPos(std::string_view T, std::string_view S, bool CaseSensitive);

@@ -299,6 +299,19 @@ TEST(ZvUtils, TableNameIsTheQualifierBeforeTheLastDot) {
     EXPECT_EQ(ExtractFieldName("t.f", '"', '"'), "f");
 }
 
+TEST(ZvUtils, NamePartsAreViewsIntoTheGivenText) {
+    const std::string Name = R"(s."a.b""c")";
+    const std::string_view Table = TableNamePart(Name, '"', '"');
+    const std::string_view Field = FieldNamePart(Name, '"', '"');
+    EXPECT_EQ(Table, "s");
+    EXPECT_EQ(Field, R"("a.b""c")");
+    EXPECT_EQ(Table.data(), Name.data());
+    EXPECT_EQ(Field.data(), Name.data() + 2);
+    EXPECT_TRUE(TableNamePart("f", '"', '"').empty());
+    EXPECT_EQ(FieldNamePart("f", '"', '"'), "f");
+    EXPECT_EQ(FieldNamePart(".f", '"', '"'), ".f");
+}
+
 TEST(ZvUtils, QuotedNameWithADotOnlyInsideHasNoQualifier) {
     EXPECT_EQ(ExtractTableName("\"a.b\"", '"', '"'), "");
     EXPECT_EQ(ExtractFieldName("\"a.b\"", '"', '"'), "\"a.b\"");
