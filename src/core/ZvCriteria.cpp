@@ -135,10 +135,8 @@ void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     }
     const char L = Scanner->GetIdentQuote();
     const char R = Scanner->GetQuotePair(L);
-    const std::size_t Dot = QualifierDot(S, L, R);
-    const bool Qualified = Dot != std::string_view::npos && Dot != 0;
-    const std::string_view Table = Qualified ? S.substr(0, Dot) : std::string_view();
-    const std::string_view Column = Qualified ? S.substr(Dot + 1) : S;
+    const std::string_view Table = TableNamePart(S, L, R);
+    const std::string_view Column = FieldNamePart(S, L, R);
     const bool HasTable = !IsBlankText(Table);
     const bool HasColumn = !IsBlankText(Column);
     if (HasTable && HasColumn) {

@@ -36,11 +36,10 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     TZvSQLScanner& Scanner = Parser->GetScanner();
     const char Open = Scanner.GetIdentQuote();
     const char Close = Scanner.GetQuotePair(Open);
-    const std::size_t Dot = QualifierDot(Entry, Open, Close);
-    if (Dot == std::string_view::npos || Dot == 0)
+    const std::string_view Table = TableNamePart(Entry, Open, Close);
+    if (Table.empty())
         return false;
-    const std::string_view Table = Entry.substr(0, Dot);
-    const std::string_view Column = Entry.substr(Dot + 1);
+    const std::string_view Column = FieldNamePart(Entry, Open, Close);
     if (Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
         return false;
     // The "." only behind a table part that comes out non-empty, as for any qualified column.
