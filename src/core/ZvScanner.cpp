@@ -639,6 +639,9 @@ inline TTokenKinds TZvSQLScanner::WordKinds(std::uint8_t WordFlags, std::uint16_
 // loop of GetNextToken. Anything else (a "." that may begin a fraction or continue the word, an
 // operator, a line end, a quote, the end of the text) goes to the general loop once the blanks
 // before it are passed over, which that loop would do the same way and repeats as a no-op.
+//
+// Every way out of here and of the readers it hands over to is a jump: the common token costs no
+// saving and restoring of registers for calls it does not make.
 void TZvSQLScanner::ReadCommonToken() {
     if (!IsIntersected(TokenKinds, {tkSpace, tkEol}))
         SpaceCount = 0;
@@ -651,75 +654,98 @@ void TZvSQLScanner::ReadCommonToken() {
     std::uint16_t First = ClassAt(Data, P);
     if (First & ccBlankStart) {
         // Mostly one blank between two tokens: passed over here, as SkipBlanks would.
-        if ((First & ccPlainBlank) && P < Size && !(ClassAt(Data, P + 1) & ccBlankStart)) {
-            Position = ++P;
-            ++Column;
-            ++SpaceCount;
-            TokenKinds = TTokenKinds{tkSpace};
-        } else {
-            SkipBlanks();
-            P = Position;
-            if (P > Size)
-                return ReadAnyToken();
-        }
+        if (!(First & ccPlainBlank) || P >= Size || (ClassAt(Data, P + 1) & ccBlankStart))
+            return ReadCommonAfterBlanks();
+        Position = ++P;
+        ++Column;
+        ++SpaceCount;
+        TokenKinds = TTokenKinds{tkSpace};
         First = ClassAt(Data, P);
     }
+    if (First & kWordStop)
+        return ReadCommonDelimiter(First);
+    ReadCommonWord(First);
+}
 
-    constexpr std::uint16_t Stop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
+// A run of blanks and line ends, then the token after it.
+void TZvSQLScanner::ReadCommonAfterBlanks() {
+    SkipBlanks();
+    if (Position > Length)
+        return ReadAnyToken();
+    const std::uint16_t First = ClassAt(Expression.data(), Position);
+    if (First & kWordStop)
+        return ReadCommonDelimiter(First);
+    ReadCommonWord(First);
+}
+
+// At a character that stops a word (First its classes): a lone delimiter is read here; a quote,
+// an operator or a "." that may begin a fraction goes on to its reader.
+void TZvSQLScanner::ReadCommonDelimiter(std::uint16_t First) {
+    const std::int32_t P = Position;
+    const char C = CharAt(P);
+    if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim) {
+        if (First & (ccQuote | ccIdentQuote)) {
+            if (!EmptyQuote)
+                PassOpeningQuote();
+            return ReadAnyToken();
+        }
+        // A "." may begin a fraction, which the general loop tries first.
+        if ((First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && C != '.' && ReadCommonOperator())
+            return;
+        return ReadAnyToken();
+    }
+    // Only a listed one-character word has word flags, and its character is listed.
+    const std::uint8_t WordFlags = CharWordClass[static_cast<unsigned char>(C)];
+    TokenPos = P;
+    Position = P + 1;
+    ++Column;
+    Level += LevelDelta[static_cast<unsigned char>(C)];
+    AssignShort(Token, &C, 1);
+    TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
+}
+
+// A word from the cursor (First the classes of its first character), when it ends at a blank, a
+// delimiter, a quote or the end of the text.
+void TZvSQLScanner::ReadCommonWord(std::uint16_t First) {
+    const char* Data = Expression.data();
+    const std::int32_t Size = Length;
+    const std::int32_t P = Position;
     // The run of word characters, and the classes that all of them after the first share.
     std::uint16_t Rest = 0xFFFF;
     std::int32_t End = P + 1;
-    if (First & Stop) {
-        if ((First & (ccLoneDelim | ccSpace)) != ccLoneDelim) {
-            if (First & (ccQuote | ccIdentQuote)) {
-                if (!EmptyQuote)
-                    PassOpeningQuote();
-                return ReadAnyToken();
-            }
-            // A "." may begin a fraction, which the general loop tries first.
-            if ((First & ccOperatorStart) && (First & (ccDelim | ccSpace)) && Data[P - 1] != '.' &&
-                ReadCommonOperator())
-                return;
+    for (; End <= Size; ++End) {
+        const std::uint16_t Bits = ClassAt(Data, End);
+        if (Bits & kWordStop)
+            break;
+        Rest &= Bits;
+    }
+    if (End <= Size) {
+        const std::uint16_t After = ClassAt(Data, End);
+        if (After & (ccQuote | ccIdentQuote))
+            EmptyQuote = false;  // as ReadQuote leaves it after a word
+        else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) ||
+                                     IsIntegerWord(std::string_view(Data + (P - 1), static_cast<std::size_t>(End - P)), First, Rest)))
             return ReadAnyToken();
-        }
-    } else {
-        for (; End <= Size; ++End) {
-            const std::uint16_t Bits = ClassAt(Data, End);
-            if (Bits & Stop)
-                break;
-            Rest &= Bits;
-        }
-        if (End <= Size) {
-            const std::uint16_t After = ClassAt(Data, End);
-            if (After & (ccQuote | ccIdentQuote))
-                EmptyQuote = false;  // as ReadQuote leaves it after a word
-            else if ((After & ccDot) && (!(After & (ccDelim | ccSpace)) ||
-                                         IsIntegerWord(std::string_view(Data + (P - 1), static_cast<std::size_t>(End - P)), First, Rest)))
-                return ReadAnyToken();
-        }
     }
     const auto WordSize = static_cast<std::size_t>(End - P);
-    const char C = Data[P - 1];
-    const char Last = Data[End - 2];
     // A word with a character that no listed word has is none of them.
     std::uint8_t WordFlags = 0;
     if (First & Rest & ccListed)
-        WordFlags = WordSize == 1 ? CharWordClass[static_cast<unsigned char>(C)]
-                                  : WordClasses.Find(std::string_view(Data + (P - 1), WordSize));
+        WordFlags = WordSize == 1 ? CharWordClass[static_cast<unsigned char>(Data[P - 1])]
+                                  : WordClasses.FindInText(Data + (P - 1), WordSize, Expression.size() + 2 - static_cast<std::size_t>(P));
     TokenPos = P;
     Position = End;
     Column += static_cast<std::int32_t>(WordSize);
-    Level += LevelDelta[static_cast<unsigned char>(Last)];
+    Level += LevelDelta[static_cast<unsigned char>(Data[End - 2])];
     AssignShort(Token, Data + (P - 1), WordSize);
 
-    if (First & Stop)
-        TokenKinds = C == ';' ? TTokenKinds{tkEnd} : TTokenKinds{tkDelim};
-    else if (WordRules == TZvWordRules::Base)
-        TokenKinds = WordKinds(WordFlags, First, Rest);
-    else if (WordRules != TZvWordRules::Virtual)
-        ClassifyFoldedWord(WordFlags, First, Rest);
-    else
-        ClassifyDialectWord(WordFlags);
+    if (WordRules == TZvWordRules::Virtual)
+        return ClassifyDialectWord(WordFlags);
+    if (WordRules != TZvWordRules::Base)
+        return ClassifyFoldedWord(WordFlags, First, Rest);
+    TokenKinds = WordKinds(WordFlags, First, Rest);
     if (WordFlags & wfOperation)
         TokenKinds.Include(tkOperation);
 }
@@ -731,6 +757,8 @@ void TZvSQLScanner::ClassifyDialectWord(std::uint8_t WordFlags) {
     ClassifyWord(WordFlags);
     if (TokenKinds.Contains(tkIdent))
         Token = GetFormatTokenIdent(Token, false);
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
 }
 
 // The same for a dialect that folds words to one case: its tests on the folded word. An identifier
@@ -750,6 +778,8 @@ void TZvSQLScanner::ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t Fir
         for (char& C : Token)
             C = FoldChar(C);
     }
+    if (WordFlags & wfOperation)
+        TokenKinds.Include(tkOperation);
 }
 
 // The opening quote, passed over as the general loop would (a bare quote is never handed out);
@@ -806,8 +836,7 @@ void TZvSQLScanner::ReadToken() {
     for (;;) {
         // Take the run of plain characters in one go; only the character that stops it needs
         // a closer look. Inside quotes only a quote character stops the run.
-        const std::uint16_t Stop =
-            InQuote ? (ccQuote | ccIdentQuote) : (ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot);
+        const std::uint16_t Stop = InQuote ? (ccQuote | ccIdentQuote) : kWordStop;
         std::int32_t End = Position;
         while (End <= Length && !(CharClass[static_cast<unsigned char>(Data[End - 1])] & Stop))
             ++End;

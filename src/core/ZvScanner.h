@@ -282,12 +282,16 @@ protected:
     void ReadToken();
     // The common tokens, read in one pass; anything else goes on to ReadAnyToken.
     void ReadCommonToken();
+    void ReadCommonAfterBlanks();
+    void ReadCommonDelimiter(std::uint16_t First);
+    void ReadCommonWord(std::uint16_t First);
     void ReadFirstOrAfterQuote();
     void ReadAnyToken();
     template <class TWords>
     void MarkListed(const TWords& Words);
     bool IsIntegerWord(std::string_view Word, std::uint16_t First, std::uint16_t Rest);
     static TTokenKinds WordKinds(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
+    // The two classify a word read on the common path and mark an operation word as one.
     void ClassifyDialectWord(std::uint8_t WordFlags);
     void ClassifyFoldedWord(std::uint8_t WordFlags, std::uint16_t First, std::uint16_t Rest);
     void ClassifyWord(std::uint8_t WordFlags);
@@ -317,6 +321,8 @@ private:
         ccBlankStart = 1 << 14,  // may begin a run that SkipBlanks passes over
         ccNameSafe = 1 << 15,    // in a name, no blank, "*", "." or identifier quote
     };
+    // The characters that end a word on the common path.
+    static constexpr std::uint16_t kWordStop = ccQuote | ccIdentQuote | ccDelim | ccSpace | ccDot;
     enum : std::uint8_t { wfKeyword = 1, wfFunction = 2, wfOperation = 4, wfBoolean = 8 };
     std::uint16_t Classes(char C) {
         if (!CharClassesValid)

@@ -88,8 +88,10 @@ void TZvWordFlags::Add(std::string_view Word, std::uint8_t Flags) {
     Slot.Flags = Flags;
     if (Word.empty())
         HasEmptyKey = true;
-    else
+    else {
         FirstAndLength[static_cast<unsigned char>(UpCase(Word[0]))] |= LengthBit(Word.size());
+        FirstAndLength[static_cast<unsigned char>(LoCase(Word[0]))] |= LengthBit(Word.size());
+    }
 }
 
 std::uint8_t TZvWordFlags::FindLong(std::string_view Text) const {

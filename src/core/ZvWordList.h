@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -26,10 +27,22 @@ public:
     // A word that passes it names a key, so the table has slots; a short word is then probed right
     // here, without a call.
     std::uint8_t Find(std::string_view Text) const {
-        if (Text.empty() ? !HasEmptyKey
-                         : !(FirstAndLength[static_cast<unsigned char>(UpCase(Text[0]))] & LengthBit(Text.size())))
+        if (Text.empty() ? !HasEmptyKey : !MayBeKey(Text[0], Text.size()))
             return 0;
         return Text.size() <= kPackedSize ? Slots[LocatePacked(Text)].Flags : FindLong(Text);
+    }
+    // Find for a word of Size > 0 bytes at Text inside a longer text, of which Readable bytes from
+    // Text on may be read (the terminating NUL of a string counts). A word of up to eight bytes with
+    // eight readable is loaded in one move and masked to its length, with no branch on the length.
+    [[gnu::always_inline]] std::uint8_t FindInText(const char* Text, std::size_t Size, std::size_t Readable) const {
+        if (!MayBeKey(Text[0], Size))
+            return 0;
+        if (Size > kPackedSize)
+            return FindLong(std::string_view(Text, Size));
+        const std::uint64_t Packed = Readable >= kPackedSize && std::endian::native == std::endian::little
+                                         ? FoldPacked(LoadMasked(Text, Size))
+                                         : PackFolded(std::string_view(Text, Size));
+        return Slots[ProbePacked(Packed, static_cast<std::uint8_t>(Size))].Flags;
     }
 
 private:
@@ -47,6 +60,21 @@ private:
     // one integer: hashing and comparing each is then a few instructions.
     static constexpr std::size_t kPackedSize = 8;
     static std::uint64_t PackFolded(std::string_view Text);
+    // The letters among eight packed bytes upper-cased.
+    static std::uint64_t FoldPacked(std::uint64_t Packed);
+    // The Size (1..8) bytes at Text in one integer, the bytes after them cleared.
+    static std::uint64_t LoadMasked(const char* Text, std::size_t Size) {
+        std::uint64_t Packed;
+        std::memcpy(&Packed, Text, kPackedSize);
+        return Packed & (~std::uint64_t{0} >> (64 - 8 * Size));
+    }
+    // Some key begins with First (in either case) and is Size bytes long: most identifiers are
+    // turned away by this before any hashing.
+    bool MayBeKey(char First, std::size_t Size) const {
+        return (FirstAndLength[static_cast<unsigned char>(First)] & LengthBit(Size)) != 0;
+    }
+    // The slot holding the key of Size bytes packed as Packed, or the empty slot where it would go.
+    std::size_t ProbePacked(std::uint64_t Packed, std::uint8_t Size) const;
     static std::uint64_t Mix(std::uint64_t H) {
         H *= 0x9E3779B97F4A7C15ULL;
         return H ^ (H >> 29);
@@ -58,8 +86,8 @@ private:
     std::uint8_t FindLong(std::string_view Text) const;
     void Grow();
 
-    // Bit min(length, 31) of entry [folded first byte] is set when some key has that first byte
-    // and length: most identifiers are rejected by it without hashing.
+    // Bit min(length, 31) of entry [first byte] is set when some key has that first byte (in either
+    // case) and length: most identifiers are rejected by it without hashing.
     static std::uint32_t LengthBit(std::size_t Size) { return 1u << (Size < 31 ? Size : 31); }
 
     std::vector<std::string> Keys;  // upper-cased
@@ -84,6 +112,10 @@ private:
     case 1: std::memcpy(&Packed, Text.data(), 1); break;
     default: break;
     }
+    return FoldPacked(Packed);
+}
+
+[[gnu::always_inline]] inline std::uint64_t TZvWordFlags::FoldPacked(std::uint64_t Packed) {
     constexpr std::uint64_t Ones = 0x0101010101010101ULL;
     constexpr std::uint64_t High = Ones * 0x80;
     const std::uint64_t Low7 = Packed & ~High;
@@ -94,9 +126,11 @@ private:
 }
 
 [[gnu::always_inline]] inline std::size_t TZvWordFlags::LocatePacked(std::string_view Text) const {
+    return ProbePacked(PackFolded(Text), static_cast<std::uint8_t>(Text.size()));
+}
+
+[[gnu::always_inline]] inline std::size_t TZvWordFlags::ProbePacked(std::uint64_t Packed, std::uint8_t Size) const {
     const std::size_t Mask = Slots.size() - 1;
-    const std::uint64_t Packed = PackFolded(Text);
-    const auto Size = static_cast<std::uint8_t>(Text.size());
     std::size_t Slot = Mix(Packed ^ (static_cast<std::uint64_t>(Size) << 56)) & Mask;
     while (Slots[Slot].Key != 0 && !(Slots[Slot].Packed == Packed && Slots[Slot].Size == Size))
         Slot = (Slot + 1) & Mask;

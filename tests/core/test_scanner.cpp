@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "ZvErrors.h"
@@ -860,6 +861,44 @@ TEST(TZvSQLScanner, WordsAroundEightBytesAreClassified) {
     for (const auto& [Text, Kinds] : Expected) {
         EXPECT_EQ(S.Token, Text);
         EXPECT_EQ(S.TokenKinds, Kinds) << Text;
+        S.GetNextToken();
+    }
+}
+
+TEST(TZvSQLScanner, ListedWordsEndingTheTextAreClassified) {
+    // A word is looked up with the bytes after it in the text; at the end there are fewer of them.
+    for (const char* Word : {"in", "Sum", "DESC", "Count", "select", "Between", "distinct", "ASCENDING", "xyz"}) {
+        for (const std::string& Text : {std::string(Word), std::string("a ").append(Word), std::string("(").append(Word)}) {
+            TZvSQLScanner S;
+            S.SetExpression(Text);
+            while (S.Position <= S.Length)
+                S.GetNextToken();
+            const bool Listed = std::string_view(Word) != "xyz";
+            EXPECT_EQ(S.Token, Word) << Text;
+            EXPECT_EQ(IsIntersected(S.TokenKinds, {tkKeyword, tkFunction}), Listed) << Text;
+            EXPECT_EQ(S.TokenKinds.Contains(tkIdent), !Listed) << Text;
+        }
+    }
+}
+
+TEST(TZvSQLScanner, DelimitersKeepTheirLevelsAndOperationMarks) {
+    TZvSQLScanner S;
+    S.SetExpression("a*(b/c);d");
+    const std::vector<std::tuple<std::string, TTokenKinds, std::int32_t>> Expected = {
+        {"a", TTokenKinds{tkIdent}, 0},
+        {"*", TTokenKinds{tkDelim, tkOperation}, 0},
+        {"(", TTokenKinds{tkDelim}, 1},
+        {"b", TTokenKinds{tkIdent}, 1},
+        {"/", TTokenKinds{tkDelim, tkOperation}, 1},
+        {"c", TTokenKinds{tkIdent}, 1},
+        {")", TTokenKinds{tkDelim}, 0},
+        {";", TTokenKinds{tkEnd}, 0},
+        {"d", TTokenKinds{tkIdent}, 0},
+    };
+    for (const auto& [Text, Kinds, Level] : Expected) {
+        EXPECT_EQ(S.Token, Text);
+        EXPECT_EQ(S.TokenKinds, Kinds) << Text;
+        EXPECT_EQ(S.Level, Level) << Text;
         S.GetNextToken();
     }
 }

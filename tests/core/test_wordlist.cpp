@@ -111,3 +111,45 @@ TEST(TZvWordList, AssignCopiesEntriesAndIndex) {
     EXPECT_TRUE(B.Contains("z"));
     EXPECT_FALSE(A.Contains("z"));
 }
+
+TEST(TZvWordFlags, WordsInsideATextAreFoundAsAlone) {
+    TZvWordFlags Flags;
+    for (const char* Key : {"AS", "Or", "not", "LIKE", "count", "SELECT", "BETWEEN", "DISTINCT", "ASCENDING", "_x"})
+        Flags.Add(Key, 1);
+    Flags.Add("between", 2);
+    // Each word at the start, in the middle and at the very end of a text, so that the bytes after
+    // it are other words, blanks or only the terminating zero.
+    const std::string Text = "as OR Not like COUNT Select between distinct ascending _X sel distincts xs";
+    std::size_t Start = 0;
+    while (Start < Text.size()) {
+        std::size_t End = Text.find(' ', Start);
+        if (End == std::string::npos)
+            End = Text.size();
+        const std::string_view Word(Text.data() + Start, End - Start);
+        const std::size_t Readable = Text.size() + 1 - Start;
+        EXPECT_EQ(Flags.FindInText(Word.data(), Word.size(), Readable), Flags.Find(Word)) << Word;
+        // The same word as the end of its own text.
+        const std::string Alone(Word);
+        EXPECT_EQ(Flags.FindInText(Alone.data(), Alone.size(), Alone.size() + 1), Flags.Find(Word)) << Word;
+        Start = End + 1;
+    }
+    EXPECT_EQ(Flags.Find("BeTwEeN"), 3);
+    EXPECT_EQ(Flags.Find("sel"), 0);
+    EXPECT_EQ(Flags.Find("x"), 0);
+}
+
+TEST(TZvWordFlags, TheFirstLetterMatchesInEitherCase) {
+    TZvWordFlags Flags;
+    Flags.Add("Abc", 4);
+    Flags.Add("zz", 8);
+    const std::string Text = "aBC ABC abc ZZ zZ abd";
+    EXPECT_EQ(Flags.FindInText(Text.data(), 3, Text.size() + 1), 4);
+    EXPECT_EQ(Flags.FindInText(Text.data() + 4, 3, Text.size() - 3), 4);
+    EXPECT_EQ(Flags.FindInText(Text.data() + 8, 3, Text.size() - 7), 4);
+    EXPECT_EQ(Flags.FindInText(Text.data() + 12, 2, Text.size() - 11), 8);
+    EXPECT_EQ(Flags.FindInText(Text.data() + 15, 2, Text.size() - 14), 8);
+    EXPECT_EQ(Flags.FindInText(Text.data() + 18, 3, 4), 0);
+    // A byte next to a letter in the code table is not that letter in another case.
+    EXPECT_EQ(Flags.Find("@bc"), 0);
+    EXPECT_EQ(Flags.Find("!bc"), 0);
+}
