@@ -321,9 +321,11 @@ private:
     const TZvOperator* FirstSingleOperandOperator();
     // How Words stand to the operators' names: Begins when some name is Words or begins with them
     // (whole words, any case), GoesOn when some such name has more words after them.
+    // Exact is the first operator named Words, null when none is.
     struct TOperatorReach {
         bool Begins = false;
         bool GoesOn = false;
+        const TZvOperator* Exact = nullptr;
     };
     TOperatorReach OperatorReach(std::string_view Words);
     const TZvOperator* ReadCriterionOperator();
@@ -348,6 +350,13 @@ private:
     std::int32_t CallDepth = 0;
     // Set when the bound was passed: a call argument that fails then is not read again as text.
     bool NestingExceeded = false;
+    // The condition reader's working lists (ZvSelectParserExpr.cpp), kept from one condition to
+    // the next so that their room is made once rather than for every WHERE and HAVING clause.
+    struct TCriterionScratch;
+    struct TCriterionScratchDeleter {
+        void operator()(TCriterionScratch* Scratch) const;
+    };
+    std::unique_ptr<TCriterionScratch, TCriterionScratchDeleter> CriterionScratch;
 };
 
 } // namespace zv

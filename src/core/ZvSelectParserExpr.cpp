@@ -480,11 +480,13 @@ int Priority(int Code) {
     return Priorities[Code];
 }
 
-// A node of the condition while it is folded: a leaf (one simple condition) or a group.
+// A node of the condition while it is folded: a leaf (one simple condition) or a group, whose
+// members stand at First .. First + Count - 1 of the members list that all groups share.
 struct TCondNode {
     int Leaf = -1;
     TZvCriterionFilter Filter = cfAll;
-    std::vector<int> Members;
+    int First = 0;
+    int Count = 0;
 };
 
 struct TPostfixItem {
@@ -494,13 +496,42 @@ struct TPostfixItem {
 
 using TLeaves = std::vector<std::unique_ptr<TZvCriterion>>;
 
+// The lists one condition is read and folded with. Cleared, never freed, between conditions.
+struct TCondScratch {
+    TLeaves Leaves;
+    std::vector<TPostfixItem> Postfix;
+    std::vector<int> Pending;
+    std::vector<TCondNode> Nodes;
+    std::vector<int> Stack;
+    std::vector<int> Members;
+
+    void Reset() {
+        Leaves.clear();
+        Postfix.clear();
+        Pending.clear();
+        Nodes.clear();
+        Stack.clear();
+        Members.clear();
+    }
+};
+
+
+} // namespace
+
+struct TZvSelectParser::TCriterionScratch : TCondScratch {};
+
+void TZvSelectParser::TCriterionScratchDeleter::operator()(TCriterionScratch* Scratch) const {
+    delete Scratch;
+}
+
+namespace {
+
 // Leaves are made by the target list's item class: one that lands in the target itself goes there
 // as it is; one that lands in a nested group (a plain list) is moved into a new item of it.
-void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index, TLeaves& Leaves, TZvCriterions& Into,
-                     const TZvCriterions& Target) {
-    const TCondNode& Node = Nodes[static_cast<std::size_t>(Index)];
+void MaterialiseNode(TCondScratch& Scratch, int Index, TZvCriterions& Into, const TZvCriterions& Target) {
+    const TCondNode Node = Scratch.Nodes[static_cast<std::size_t>(Index)];
     if (Node.Leaf >= 0) {
-        std::unique_ptr<TZvCriterion>& Leaf = Leaves[static_cast<std::size_t>(Node.Leaf)];
+        std::unique_ptr<TZvCriterion>& Leaf = Scratch.Leaves[static_cast<std::size_t>(Node.Leaf)];
         if (&Into == &Target)
             Into.Adopt(std::move(Leaf));
         else
@@ -510,28 +541,46 @@ void MaterialiseNode(const std::vector<TCondNode>& Nodes, int Index, TLeaves& Le
     TZvCriterion* Criterion = Into.Add();
     TZvCriterions& Sub = Criterion->GetSubItems();
     Sub.SetFilter(Node.Filter);
-    for (int Member : Node.Members)
-        MaterialiseNode(Nodes, Member, Leaves, Sub, Target);
+    for (int I = 0; I < Node.Count; ++I)
+        MaterialiseNode(Scratch, Scratch.Members[static_cast<std::size_t>(Node.First + I)], Sub, Target);
+}
+
+// Adds Operand to the group being built, which ends the members list: an operand that is a group
+// of the group's own filter gives its members instead of nesting.
+void Absorb(TCondScratch& Scratch, TCondNode& Group, int Operand) {
+    const TCondNode Node = Scratch.Nodes[static_cast<std::size_t>(Operand)];
+    std::vector<int>& Members = Scratch.Members;
+    if (Node.Leaf < 0 && Node.Filter == Group.Filter) {
+        for (int I = 0; I < Node.Count; ++I) {
+            const int Member = Members[static_cast<std::size_t>(Node.First + I)];
+            Members.push_back(Member);
+        }
+    } else {
+        Members.push_back(Operand);
+    }
+    Group.Count = static_cast<int>(Members.size()) - Group.First;
+}
+
+// Makes a group of Filter from the last Needed nodes of the stack, which it replaces there.
+void PushGroup(TCondScratch& Scratch, TZvCriterionFilter Filter, std::size_t Needed) {
+    std::vector<int>& Stack = Scratch.Stack;
+    TCondNode Group{-1, Filter, static_cast<int>(Scratch.Members.size()), 0};
+    for (std::size_t I = Stack.size() - Needed; I < Stack.size(); ++I)
+        Absorb(Scratch, Group, Stack[I]);
+    Stack.resize(Stack.size() - Needed);
+    Scratch.Nodes.push_back(Group);
+    Stack.push_back(static_cast<int>(Scratch.Nodes.size()) - 1);
 }
 
 // Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
 // group of the same filter gives its members instead of nesting. A connective short of operands
 // (a leading AND) is dropped.
-void FoldCriterions(const std::vector<TPostfixItem>& Postfix, TLeaves& Leaves, TZvCriterions& Target) {
-    std::vector<TCondNode> Nodes;
-    std::vector<int> Stack;
-    // An operand that is a group of the group's own filter gives its members instead of nesting.
-    auto Absorb = [&Nodes](TCondNode& Group, int Operand) {
-        const TCondNode& Node = Nodes[static_cast<std::size_t>(Operand)];
-        if (Node.Leaf < 0 && Node.Filter == Group.Filter)
-            Group.Members.insert(Group.Members.end(), Node.Members.begin(), Node.Members.end());
-        else
-            Group.Members.push_back(Operand);
-    };
-    for (const TPostfixItem& Item : Postfix) {
+void FoldCriterions(TCondScratch& Scratch, TZvCriterions& Target) {
+    std::vector<int>& Stack = Scratch.Stack;
+    for (const TPostfixItem& Item : Scratch.Postfix) {
         if (!Item.Connective) {
-            Nodes.push_back({Item.Value, cfAll, {}});
-            Stack.push_back(static_cast<int>(Nodes.size()) - 1);
+            Scratch.Nodes.push_back({Item.Value, cfAll, 0, 0});
+            Stack.push_back(static_cast<int>(Scratch.Nodes.size()) - 1);
             continue;
         }
         if (Item.Value == cnOpen || Item.Value == cnClose)
@@ -539,34 +588,23 @@ void FoldCriterions(const std::vector<TPostfixItem>& Postfix, TLeaves& Leaves, T
         const std::size_t Needed = Item.Value == cnNot ? 1 : 2;
         if (Stack.size() < Needed)
             continue;
-        const TZvCriterionFilter Filter = Item.Value == cnNot ? cfNot : Item.Value == cnAnd ? cfAll : cfAny;
-        TCondNode Group{-1, Filter, {}};
-        for (std::size_t I = Stack.size() - Needed; I < Stack.size(); ++I)
-            Absorb(Group, Stack[I]);
-        Stack.resize(Stack.size() - Needed);
-        Nodes.push_back(std::move(Group));
-        Stack.push_back(static_cast<int>(Nodes.size()) - 1);
+        PushGroup(Scratch, Item.Value == cnNot ? cfNot : Item.Value == cnAnd ? cfAll : cfAny, Needed);
     }
     if (Stack.empty())
         return;
     // Conditions left side by side without a connective are taken as all holding, exactly as if
     // joined by AND: an AND group among them is merged, or the generated "a AND (b AND c)" would
     // read back as one group of three and the text would change on every round trip.
-    if (Stack.size() > 1) {
-        TCondNode Group{-1, cfAll, {}};
-        for (int Operand : Stack)
-            Absorb(Group, Operand);
-        Nodes.push_back(std::move(Group));
-        Stack.assign(1, static_cast<int>(Nodes.size()) - 1);
-    }
-    const TCondNode& Root = Nodes[static_cast<std::size_t>(Stack.front())];
+    if (Stack.size() > 1)
+        PushGroup(Scratch, cfAll, Stack.size());
+    const TCondNode Root = Scratch.Nodes[static_cast<std::size_t>(Stack.front())];
     if (Root.Leaf >= 0) {
-        MaterialiseNode(Nodes, Stack.front(), Leaves, Target, Target);
+        MaterialiseNode(Scratch, Stack.front(), Target, Target);
         return;
     }
     Target.SetFilter(Root.Filter);
-    for (int Member : Root.Members)
-        MaterialiseNode(Nodes, Member, Leaves, Target, Target);
+    for (int I = 0; I < Root.Count; ++I)
+        MaterialiseNode(Scratch, Scratch.Members[static_cast<std::size_t>(Root.First + I)], Target, Target);
 }
 
 } // namespace
@@ -577,9 +615,20 @@ bool TZvSelectParser::StartsCondition() {
 }
 
 void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
-    TLeaves Leaves;
-    std::vector<TPostfixItem> Postfix;
-    std::vector<int> Pending;
+    // The scratch is taken while the condition is read and given back emptied on every way out.
+    struct TLease {
+        std::unique_ptr<TCriterionScratch, TCriterionScratchDeleter>& Home;
+        std::unique_ptr<TCriterionScratch, TCriterionScratchDeleter> Held;
+        ~TLease() {
+            Held->Reset();
+            Home = std::move(Held);
+        }
+    } Lease{CriterionScratch, std::move(CriterionScratch)};
+    if (!Lease.Held)
+        Lease.Held.reset(new TCriterionScratch);
+    TCriterionScratch& Scratch = *Lease.Held;
+    std::vector<TPostfixItem>& Postfix = Scratch.Postfix;
+    std::vector<int>& Pending = Scratch.Pending;
     std::int32_t Open = 0;  // brackets open on Pending
     auto Push = [&](int Code) {
         while (!Pending.empty() && Priority(Pending.back()) >= Priority(Code)) {
@@ -588,6 +637,9 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
         }
         Pending.push_back(Code);
     };
+    // A new leaf's operator is set once its condition is read; starting it at the first operator,
+    // which is where the parser's hook would put an operator it does not know, spares that search.
+    const TZvOperators& OperatorList = GetOperators();
     while (!AtEnd()) {
         if (TokenIs("NOT") || TokenIs("AND") || TokenIs("OR")) {
             Push(TokenIs("NOT") ? cnNot : TokenIs("AND") ? cnAnd : cnOr);
@@ -614,12 +666,14 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
             NextToken();
         } else if (StartsCondition()) {
             std::unique_ptr<TZvCriterion> Leaf(static_cast<TZvCriterion*>(Target.MakeItem().release()));
+            if (OperatorList.Count() > 0)
+                Leaf->SetOperatorCaption(OperatorList.Items(0)->GetCaption());
             Leaf->SetParser(this);
             ParseCriterion(*Leaf);
             if (State == ssError)
                 return;
-            Postfix.push_back({false, static_cast<int>(Leaves.size())});
-            Leaves.push_back(std::move(Leaf));
+            Postfix.push_back({false, static_cast<int>(Scratch.Leaves.size())});
+            Scratch.Leaves.push_back(std::move(Leaf));
         } else if (TokenHas(tkKeyword) && !GetScanner().InQuote) {
             break;
         } else {
@@ -631,7 +685,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
         Postfix.push_back({true, Pending.back()});
         Pending.pop_back();
     }
-    FoldCriterions(Postfix, Leaves, Target);
+    FoldCriterions(Scratch, Target);
 }
 
 // One simple condition: left operand, operator, right operands as the operator asks.
@@ -682,12 +736,16 @@ bool BeginsWithWords(std::string_view Name, std::string_view Words) {
 TZvSelectParser::TOperatorReach TZvSelectParser::OperatorReach(std::string_view Words) {
     TZvOperators& List = GetOperators();
     TOperatorReach Reach;
-    for (int I = 0; I < List.Count() && !Reach.GoesOn; ++I) {
-        const std::string& Name = List.Items(I)->GetName();
-        if (BeginsWithWords(Name, Words)) {
-            Reach.Begins = true;
-            Reach.GoesOn = Name.size() > Words.size();
-        }
+    for (int I = 0; I < List.Count() && !(Reach.GoesOn && Reach.Exact != nullptr); ++I) {
+        const TZvOperator* Operator = List.Items(I);
+        const std::string& Name = Operator->GetName();
+        if (!BeginsWithWords(Name, Words))
+            continue;
+        Reach.Begins = true;
+        if (Name.size() > Words.size())
+            Reach.GoesOn = true;
+        else if (Reach.Exact == nullptr)
+            Reach.Exact = Operator;
     }
     return Reach;
 }
@@ -727,13 +785,12 @@ const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
         Words = std::move(Longer);
         Reach = LongerReach;
     }
-    const TZvOperator* Operator = List.FindByName(Words);
-    if (Operator == nullptr) {
+    if (Reach.Exact == nullptr) {
         Fail();
         return nullptr;
     }
     NextToken();
-    return Operator;
+    return Reach.Exact;
 }
 
 void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator) {

@@ -431,6 +431,103 @@ TEST(TZvSelectParser, AnOperatorIsTheLongestRunOfWordsThatNamesOne) {
     EXPECT_EQ(Leaf(*W.Items(3)), "D IN TO");
 }
 
+namespace {
+
+// A dialect whose longer operator name comes first, and whose shorter one is named twice.
+class TSimilarFirstParser : public TZvSelectParser {
+protected:
+    void DefineOperators() override {
+        GetOperators().AddOperator("SIMILAR TO", "SIMILAR TO");
+        GetOperators().AddOperator("SIMILAR", "SIMILAR");
+        GetOperators().AddOperator("LOOKS LIKE", "SIMILAR");
+        GetOperators().AddOperator("=", "=");
+    }
+};
+
+// A dialect without an operator of one plain operand: a lone operand has no operator to take.
+class TRangeOnlyParser : public TZvSelectParser {
+protected:
+    void DefineOperators() override {
+        GetOperators().AddOperator("BETWEEN", "BETWEEN", 2, "AND");
+        GetOperators().AddOperator("IN", "IN", 1, "", "(", ")", true);
+    }
+};
+
+} // namespace
+
+TEST(TZvSelectParser, AnOperatorWordsNameIsFoundWhereverTheLongerNamesStand) {
+    TSimilarFirstParser Parser;
+    Parser.SetExpression("SELECT * FROM T WHERE A SIMILAR 'y' AND B SIMILAR TO 'x%' AND C similar to 'z'");
+    TZvWhereItems& W = Parser.GetWhereItems();
+    ASSERT_EQ(W.Count(), 3);
+    // Of the two operators named SIMILAR, the first is the one read.
+    EXPECT_EQ(Leaf(*W.Items(0)), "A SIMILAR 'y'");
+    EXPECT_EQ(Leaf(*W.Items(1)), "B SIMILAR TO 'x%'");
+    EXPECT_EQ(Leaf(*W.Items(2)), "C SIMILAR TO 'z'");
+}
+
+TEST(TZvSelectParser, WordsThatOnlyBeginAnOperatorAreAnErrorAtTheLastOfThem) {
+    ExpectError("SELECT * FROM T WHERE A IS NOT 'x'", 1, "NOT", 28, 1);
+    ExpectError("SELECT * FROM T WHERE A IS", 1, "IS", 25, 1);
+}
+
+TEST(TZvSelectParser, ALoneOperandWithoutAnOperatorForItTakesTheFirstOperator) {
+    TRangeOnlyParser Parser;
+    Parser.SetExpression("SELECT * FROM T WHERE FLAG AND A BETWEEN 1 AND 2");
+    TZvWhereItems& W = Parser.GetWhereItems();
+    ASSERT_EQ(W.Count(), 2);
+    EXPECT_EQ(Leaf(*W.Items(0)), "FLAG BETWEEN");
+    EXPECT_EQ(W.Items(0)->GetRightSide().Count(), 0);
+    EXPECT_EQ(Leaf(*W.Items(1)), "A BETWEEN 1 2");
+}
+
+TEST(TZvSelectParser, MixedConnectivesFoldIntoTheGroupsTheirPrecedenceMakes) {
+    Parsed P("SELECT * FROM T WHERE A = 1 OR B = 2 AND C = 3 AND D = 4 OR NOT E = 5 AND F = 6");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAny);
+    ASSERT_EQ(W.Count(), 3);
+    EXPECT_EQ(Leaf(*W.Items(0)), "A = 1");
+    const TZvCriterions& Second = W.Items(1)->GetSubItems();
+    EXPECT_EQ(Second.GetFilter(), cfAll);
+    ASSERT_EQ(Second.Count(), 3);
+    EXPECT_EQ(Leaf(*Second.Items(0)), "B = 2");
+    EXPECT_EQ(Leaf(*Second.Items(2)), "D = 4");
+    const TZvCriterions& Third = W.Items(2)->GetSubItems();
+    EXPECT_EQ(Third.GetFilter(), cfAll);
+    ASSERT_EQ(Third.Count(), 2);
+    const TZvCriterions& Not = Third.Items(0)->GetSubItems();
+    EXPECT_EQ(Not.GetFilter(), cfNot);
+    ASSERT_EQ(Not.Count(), 1);
+    EXPECT_EQ(Leaf(*Not.Items(0)), "E = 5");
+    EXPECT_EQ(Leaf(*Third.Items(1)), "F = 6");
+}
+
+TEST(TZvSelectParser, BracketedGroupsOfOneConnectiveJoinTheirMembersInOrder) {
+    Parsed P("SELECT * FROM T WHERE (A = 1 AND B = 2) AND (C = 3 AND (D = 4 AND E = 5)) AND F = 6");
+    TZvWhereItems& W = P.Where();
+    EXPECT_EQ(W.GetFilter(), cfAll);
+    ASSERT_EQ(W.Count(), 6);
+    const char* const Expected[] = {"A = 1", "B = 2", "C = 3", "D = 4", "E = 5", "F = 6"};
+    for (int I = 0; I < 6; ++I)
+        EXPECT_EQ(Leaf(*W.Items(I)), Expected[I]);
+}
+
+TEST(TZvSelectParser, AConditionIsReadAloneAfterOthersAndAfterAFailedOne) {
+    const std::string Sql = "SELECT * FROM T WHERE (A = 1 OR NOT B = 2) AND C IN (1, 2) HAVING D > 1 OR E < 2";
+    TZvSelectParser Fresh;
+    Fresh.SetExpression(Sql);
+    TZvSelectParser Reused;
+    Reused.SetExpression("SELECT * FROM T WHERE X = 1 OR (Y = 2 AND NOT (Z = 3 OR W = 4)) AND V = 5");
+    EXPECT_THROW(Reused.SetExpression("SELECT * FROM T WHERE (X = 1 OR Y = 2) AND Z BETWEEN 1"), EZvParserError);
+    Reused.SetExpression(Sql);
+    EXPECT_EQ(Reused.GetExpression(), Fresh.GetExpression());
+    ASSERT_EQ(Reused.GetWhereItems().Count(), 2);
+    EXPECT_EQ(Reused.GetWhereItems().Items(0)->GetSubItems().GetFilter(), cfAny);
+    EXPECT_EQ(Leaf(*Reused.GetWhereItems().Items(1)), "C IN 1 2");
+    ASSERT_EQ(Reused.GetHavingItems().Count(), 2);
+    EXPECT_EQ(Leaf(*Reused.GetHavingItems().Items(1)), "E < 2");
+}
+
 TEST(TZvSelectParser, TopLevelConditionsAreOfTheClausesItemClassAndNestedOnesPlain) {
     Parsed P("SELECT A, COUNT(B) FROM T WHERE A = 1 AND (B = 2 OR C = 3) GROUP BY A "
              "HAVING COUNT(B) > 1 AND NOT (A = 4)");
