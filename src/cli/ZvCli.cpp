@@ -502,10 +502,13 @@ int FormatLines(TZvSelectParser& Parser, const std::string& Input, std::ostream&
         Start = End + 1;
         if (Line.empty())
             continue;
+        // The statement goes straight into the output block; an error drops what it had written.
+        const std::size_t Mark = Pending.size();
         try {
             Parser.SetExpression(Line);
-            Pending += Parser.GetExpression();
+            Parser.AppendExpression(Pending);
         } catch (const EZvParserError& E) {
+            Pending.resize(Mark);
             Pending += "error: ";
             Pending += E.what();
         }

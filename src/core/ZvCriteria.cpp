@@ -135,8 +135,7 @@ void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     }
     const char L = Scanner->GetIdentQuote();
     const char R = Scanner->GetQuotePair(L);
-    const std::string_view Table = TableNamePart(S, L, R);
-    const std::string_view Column = FieldNamePart(S, L, R);
+    const auto [Table, Column] = SplitQualifiedName(S, L, R);
     const bool HasTable = !IsBlankText(Table);
     const bool HasColumn = !IsBlankText(Column);
     if (HasTable && HasColumn) {

@@ -23,11 +23,20 @@ bool IsKnownKind(TZvJoinKind Kind) {
 // A column of a join as written beside Table's qualifier. A column that is the output alias of one
 // of Table's fields, renamed away from its column name, is written as an alias (quoted only where
 // the dialect quotes aliases); any other column as a name.
-std::string JoinColumn(const TZvTableDef& Table, std::string_view Column) {
+void AppendJoinColumn(std::string& Out, const TZvTableDef& Table, std::string_view Column) {
     const TZvFieldDef* Field = Table.GetFieldDefs().FindByAlias(Column);
     if (Field && Field->GetAlias() != Field->GetName())
-        return Table.ProcessAlias(Column);
-    return Table.ProcessName(Column);
+        Table.AppendAlias(Out, Column);
+    else
+        Table.AppendName(Out, Column);
+}
+
+// How Table is named in a join condition: by its alias, or by its name when it has none.
+void AppendQualifier(std::string& Out, const TZvTableDef& Table, bool ByName) {
+    if (ByName)
+        Table.AppendName(Out, Table.GetName());
+    else
+        Table.AppendAlias(Out, Table.GetAlias());
 }
 
 // How the target table is named after "JOIN": name, procedure parameters, and the alias after one
@@ -142,14 +151,13 @@ void TZvJoinDef::WriteScript(std::string& Out) const {
             Found = Tables->FindByName(TableAlias);
         if (!Found)
             return;
-        const bool NamedByName = Found->GetAlias().empty() || Found->GetAlias() == Found->GetName();
-        RightQualifier = NamedByName ? ProcessName(Found->GetName()) : Found->ProcessAlias(Found->GetAlias());
+        AppendQualifier(RightQualifier, *Found, Found->GetAlias().empty() || Found->GetAlias() == Found->GetName());
     } else {
         // A table outside a statement knows no other table: the join's own texts stand in.
-        RightQualifier = ProcessName(TableAlias);
+        AppendName(RightQualifier, TableAlias);
     }
-    const std::string LeftQualifier =
-        Owner->GetAlias().empty() ? ProcessName(Owner->GetName()) : Owner->ProcessAlias(Owner->GetAlias());
+    std::string LeftQualifier;
+    AppendQualifier(LeftQualifier, *Owner, Owner->GetAlias().empty());
     if (LeftQualifier.empty() || RightQualifier.empty())
         return;
     TZvSelectParser* Parser = GetParser();
@@ -166,8 +174,14 @@ void TZvJoinDef::WriteScript(std::string& Out) const {
     Out += ' ';
     AppendKeyword(Out, Parser, "ON");
     Out += ' ';
-    WriteConditionScript(Out, LeftQualifier, JoinColumn(*Owner, LeftField), RightQualifier,
-                         Found ? JoinColumn(*Found, RightField) : ProcessName(RightField));
+    std::string LeftColumn;
+    AppendJoinColumn(LeftColumn, *Owner, LeftField);
+    std::string RightColumn;
+    if (Found)
+        AppendJoinColumn(RightColumn, *Found, RightField);
+    else
+        AppendName(RightColumn, RightField);
+    WriteConditionScript(Out, LeftQualifier, LeftColumn, RightQualifier, RightColumn);
 }
 
 std::size_t TZvJoinDef::WriteLine(std::string& Out) const {

@@ -1,6 +1,7 @@
 // The scanner: character cursor, token reader, word lists and name quoting.
 #include "ZvScanner.h"
 
+#include <cstring>
 #include <typeinfo>
 
 #include "ZvErrors.h"
@@ -355,6 +356,7 @@ void TZvSQLScanner::MarkListed(const TWords& Words) {
 // tests once, into a table, so that the hot loop makes no virtual call per character.
 void TZvSQLScanner::BuildClassTables() {
     EnsureDefined();
+    NameDecisions.fill({});
     for (int Code = 0; Code < 256; ++Code) {
         const char C = static_cast<char>(static_cast<unsigned char>(Code));
         std::uint16_t Bits = 0;
@@ -1272,25 +1274,75 @@ inline bool TZvSQLScanner::NameStaysAsItIs(std::string_view S) {
     return !GetQuoteIdentifiers() || PartsNeedNoQuotes(S) || !NeedQuotes(S);
 }
 
+namespace {
+
+constexpr std::size_t RememberedNameSize = 16;
+
+template <class T>
+std::uint64_t LoadAt(const char* P) {
+    T Value;
+    std::memcpy(&Value, P, sizeof Value);
+    return Value;
+}
+
+// Two integers that hold every byte of a name of one to sixteen bytes, as they stand (no case
+// folding: the decision for a name may differ from that of its other case): loads from both ends,
+// which overlap where the name is short. Together with the size they tell names apart exactly.
+void NameKey(std::string_view S, std::uint64_t& Head, std::uint64_t& Tail) {
+    const char* const P = S.data();
+    const std::size_t N = S.size();
+    if (N >= 8) {
+        Head = LoadAt<std::uint64_t>(P);
+        Tail = LoadAt<std::uint64_t>(P + N - 8);
+    } else if (N >= 4) {
+        Head = LoadAt<std::uint32_t>(P);
+        Tail = LoadAt<std::uint32_t>(P + N - 4);
+    } else {
+        Head = LoadAt<std::uint8_t>(P) | LoadAt<std::uint8_t>(P + N / 2) << 8 | LoadAt<std::uint8_t>(P + N - 1) << 16;
+        Tail = 0;
+    }
+}
+
+} // namespace
+
+// Identifier quoting is asked every time: it is a plain setting that may change between names.
+inline bool TZvSQLScanner::NameStaysRemembered(std::string_view S) {
+    if (!GetQuoteIdentifiers())
+        return true;
+    if (S.empty() || S.size() > RememberedNameSize)
+        return PartsNeedNoQuotes(S) || !NeedQuotes(S);
+    std::uint64_t Head;
+    std::uint64_t Tail;
+    NameKey(S, Head, Tail);
+    TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> 58];
+    if (Slot.Size != S.size() || Slot.Head != Head || Slot.Tail != Tail)
+        Slot = {Head, Tail, static_cast<std::uint8_t>(S.size()), PartsNeedNoQuotes(S) || !NeedQuotes(S)};
+    return Slot.Stays;
+}
+
 std::string TZvSQLScanner::ProcessName(std::string_view S) {
     if (NameStaysAsItIs(S))
         return std::string(S);
     return QuoteEachPart(*this, S);
 }
 
-bool TZvSQLScanner::QuotesNamesAsBase() {
+inline bool TZvSQLScanner::QuotesNamesAsBase() {
     if (!CharClassesValid)
         BuildClassTables();
     return BaseWordRules || (WordRules != TZvWordRules::Virtual && !DeclaredOwnNameQuoting);
 }
 
 // Where ProcessName is this class's, its work is done here once: the tests, then the quoting
-// straight from them; a dialect's own ProcessName is asked as it stands.
+// straight from them; a dialect's own ProcessName is asked as it stands. A name that must be
+// quoted and is one part that does not open with a quote (a column with a blank in it, a keyword)
+// is quoted into Out directly: the tests that failed above already said that QuoteName quotes it.
 void TZvSQLScanner::AppendName(std::string& Out, std::string_view S) {
     if (!QuotesNamesAsBase())
         Out += ProcessName(S);
-    else if (NameStaysAsItIs(S))
+    else if (NameStaysRemembered(S))
         Out += S;
+    else if (!S.empty() && S.find('.') == std::string_view::npos && !IsIdentQuote(S.front()))
+        AppendQuotedString(Out, S, GetIdentQuote(), GetQuotePair(GetIdentQuote()));
     else
         Out += QuoteEachPart(*this, S);
 }

@@ -354,6 +354,9 @@ private:
     bool QuotesNamesAsBase();
     // The tests of this class's ProcessName that leave S as it is.
     bool NameStaysAsItIs(std::string_view S);
+    // NameStaysAsItIs where QuotesNamesAsBase holds and the class tables are built, remembered for
+    // names of up to sixteen bytes: what it rests on then changes only with the tables.
+    bool NameStaysRemembered(std::string_view S);
     void BuildClassTables();
     void BuildFoldedTables();
     // C in the case the dialect's declared word rules fold words to.
@@ -398,6 +401,16 @@ private:
     TZvWordRules DeclaredRules = TZvWordRules::Virtual;
     bool DeclaredOwnNameQuoting = false;
     std::array<std::uint16_t, 256> FoldedClass{};  // the classes of each character's folded case
+    // The quoting decisions of recently written names of up to sixteen bytes, by their bytes: a
+    // statement names the same columns and aliases again and again, and so do its successors.
+    // Forgotten whenever the class tables are built.
+    struct TNameDecision {
+        std::uint64_t Head = 0;  // with Tail, every byte of the name (see NameKey)
+        std::uint64_t Tail = 0;
+        std::uint8_t Size = 0;  // 0 in an unused slot
+        bool Stays = false;
+    };
+    std::array<TNameDecision, 64> NameDecisions{};
     std::array<bool, 256> FoldedNameStart{};  // the character's folded case begins a name
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;

@@ -138,6 +138,9 @@ public:
     void SetExpression(std::string_view Text);
     // The statement generated from the model (never the text that was read).
     virtual std::string GetExpression();
+    // What GetExpression returns, appended to Out: a caller writing many statements into one
+    // buffer makes no string for each.
+    void AppendExpression(std::string& Out);
     // True after a parse without error.
     bool GetValid() const { return Valid; }
     TZvSelectState GetState() const { return State; }

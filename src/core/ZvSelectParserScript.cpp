@@ -9,11 +9,14 @@
 
 namespace zv {
 
+// Keywords are written as they stand unless the user asked for a case: that common setting costs
+// one append and no casing pass.
 void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word) {
-    if (Parser)
-        AppendCase(Out, Word, Parser->GetScriptFormat().GetKeywordsFormat());
-    else
+    const TZvFormatMode Mode = Parser ? Parser->GetScriptFormat().GetKeywordsFormat() : qfmAsIs;
+    if (Mode == qfmAsIs)
         Out += Word;
+    else
+        AppendCase(Out, Word, Mode);
 }
 
 void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_view Name) {
@@ -25,24 +28,31 @@ void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_v
 
 std::string TZvSelectParser::GetExpression() {
     std::string Text;
+    AppendExpression(Text);
+    return Text;
+}
+
+void TZvSelectParser::AppendExpression(std::string& Out) {
+    const std::size_t Start = Out.size();
     // The written statement is its text laid out, one line per item: a good deal longer than
     // what was read, and growing the buffer step by step would copy it each time.
     const std::size_t Read = GetScanner().GetExpression().size();
-    Text.reserve(Read * 2 + 256);
-    AppendKeyword(Text, this, "SELECT");
-    Text += ' ';
-    Text += GetSelectClauseScript();
-    const std::size_t TablesStart = Text.size();
-    GetTableDefs().WriteScript(Text);
-    if (Text.size() == TablesStart)
-        return {};
-    GetWhereItems().WriteScript(Text);
+    Out.reserve(Start + Read * 2 + 256);
+    AppendKeyword(Out, this, "SELECT");
+    Out += ' ';
+    Out += GetSelectClauseScript();
+    const std::size_t TablesStart = Out.size();
+    GetTableDefs().WriteScript(Out);
+    if (Out.size() == TablesStart) {
+        Out.resize(Start);
+        return;
+    }
+    GetWhereItems().WriteScript(Out);
     // GROUP BY before HAVING: regrouping may fill the list that HAVING needs to be written at all.
-    GroupByItems.WriteScript(Text);
-    GetHavingItems().WriteScript(Text);
-    OrderByItems.WriteScript(Text);
-    Text += GetAppendixScript();
-    return Text;
+    GroupByItems.WriteScript(Out);
+    GetHavingItems().WriteScript(Out);
+    OrderByItems.WriteScript(Out);
+    Out += GetAppendixScript();
 }
 
 std::string TZvSelectParser::GetSelectClauseScript() {

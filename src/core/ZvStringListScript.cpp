@@ -36,10 +36,9 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     TZvSQLScanner& Scanner = Parser->GetScanner();
     const char Open = Scanner.GetIdentQuote();
     const char Close = Scanner.GetQuotePair(Open);
-    const std::string_view Table = TableNamePart(Entry, Open, Close);
+    const auto [Table, Column] = SplitQualifiedName(Entry, Open, Close);
     if (Table.empty())
         return false;
-    const std::string_view Column = FieldNamePart(Entry, Open, Close);
     if (Column.empty() || !Parser->GetTableDefs().FindByAlias(Table))
         return false;
     // The "." only behind a table part that comes out non-empty, as for any qualified column.
@@ -79,8 +78,13 @@ void Regroup(TZvGroupByItems& List, TZvSelectParser& Parser) {
             continue;
         // The holder of unqualified columns has neither alias nor name: its columns stand alone.
         const TZvTableDef* Table = Field->GetTableDef();
-        const std::string Prefix = Table ? Table->GetPrefix() : std::string();
-        List.Add(QualifiedColumn(List.ProcessName(Prefix), List.ProcessName(Field->GetName())));
+        std::string Entry;
+        if (Table)
+            List.AppendName(Entry, Table->GetPrefix());
+        if (!Entry.empty())
+            Entry += '.';
+        List.AppendName(Entry, Field->GetName());
+        List.Add(Entry);
     }
     List.EndUpdate();
 }

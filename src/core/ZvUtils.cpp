@@ -73,19 +73,29 @@ std::string NormalizeInputText(std::string_view Text) {
 std::string QuoteString(std::string_view S, char L, char R) {
     std::string Result;
     Result.reserve(S.size() + 2);
-    Result += L;
+    AppendQuotedString(Result, S, L, R);
+    return Result;
+}
+
+void AppendQuotedString(std::string& Out, std::string_view S, char L, char R) {
+    Out += L;
     if (L == R) {
-        for (char C : S) {
-            Result += C;
-            if (C == L)
-                Result += C;
+        // Runs between quotes go in whole; each quote is written twice.
+        for (std::size_t At = 0;;) {
+            const std::size_t Quote = S.find(L, At);
+            if (Quote == std::string_view::npos) {
+                Out += S.substr(At);
+                break;
+            }
+            Out += S.substr(At, Quote + 1 - At);
+            Out += L;
+            At = Quote + 1;
         }
     } else {
         // A bracketed name has no escape for its closing bracket: "a]b" stays "[a]b]".
-        Result += S;
+        Out += S;
     }
-    Result += R;
-    return Result;
+    Out += R;
 }
 
 std::string QuoteStringIfNeed(std::string_view S, char L, char R) {
@@ -267,15 +277,20 @@ std::size_t QualifierDot(std::string_view S, char L, char R) {
     return std::string_view::npos;
 }
 
-std::string_view TableNamePart(std::string_view S, char L, char R) {
+// A "." in front (an empty qualifier) counts as no qualifier: the name stays whole.
+TZvNameParts SplitQualifiedName(std::string_view S, char L, char R) {
     const std::size_t Dot = QualifierDot(S, L, R);
-    return Dot == std::string_view::npos ? std::string_view() : S.substr(0, Dot);
+    if (Dot == std::string_view::npos)
+        return {std::string_view(), S};
+    return {S.substr(0, Dot), Dot == 0 ? S : S.substr(Dot + 1)};
 }
 
-// A "." in front (an empty qualifier) counts as no qualifier: the name stays whole.
+std::string_view TableNamePart(std::string_view S, char L, char R) {
+    return SplitQualifiedName(S, L, R).Table;
+}
+
 std::string_view FieldNamePart(std::string_view S, char L, char R) {
-    const std::size_t Dot = QualifierDot(S, L, R);
-    return Dot == std::string_view::npos || Dot == 0 ? S : S.substr(Dot + 1);
+    return SplitQualifiedName(S, L, R).Field;
 }
 
 std::string ExtractTableName(std::string_view S, char L, char R) {

@@ -43,6 +43,8 @@ std::string NormalizeInputText(std::string_view Text);
 
 // L + S + R. With L == R every L inside S is doubled; with L != R nothing is escaped.
 std::string QuoteString(std::string_view S, char L, char R);
+// QuoteString(S, L, R) appended to Out; S must not lie in Out, which may move while it grows.
+void AppendQuotedString(std::string& Out, std::string_view S, char L, char R);
 // S unchanged when it is non-empty, starts with L and ends with R; otherwise QuoteString.
 std::string QuoteStringIfNeed(std::string_view S, char L, char R);
 // S without its quotes (see the rules in ZvUtils.cpp); S unchanged when it is not quoted.
@@ -68,6 +70,12 @@ std::string ExtractFieldName(std::string_view S, char L, char R);
 // The same two parts as views into S, for callers that only read them.
 std::string_view TableNamePart(std::string_view S, char L, char R);
 std::string_view FieldNamePart(std::string_view S, char L, char R);
+// Both parts from one scan, for writers that need the two.
+struct TZvNameParts {
+    std::string_view Table;
+    std::string_view Field;
+};
+TZvNameParts SplitQualifiedName(std::string_view S, char L, char R);
 
 // 1-based position of T in S, 0 when absent; case-insensitive (ASCII) unless CaseSensitive.
 int ZvPos(std::string_view T, std::string_view S, bool CaseSensitive);

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <typeinfo>
 #include <vector>
 
@@ -112,6 +113,27 @@ std::vector<TReadToken> ReadAll(TZvSQLScanner& S, const std::string& Text) {
     return Tokens;
 }
 
+// Names that must be quoted whole: blanks, quote characters and brackets inside, keywords, a
+// leading digit or sign. Appended straight into a statement, each must read as ProcessName of a
+// scanner that answers every test itself writes it, with a quote inside written twice; appended
+// twice, as the first time (the scanner remembers its decisions for names).
+const char* const QuotedNameCases[] = {
+    "Order Date", "a\"b c", "a\"\"b", "x\"", "a]b c", "[a b", "a[b]", "a`b c", "select", "FROM", "sum",
+    "1abc", "-x", "a b c", " lead", "trail ", "a\tb", "caf\xC3\xA9 au lait", "a'b c", "*x", "a*",
+};
+
+template <class TScanner>
+void ExpectQuotedNamesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undeclared, const char* Name) {
+    for (const char* Word : QuotedNameCases) {
+        for (int Round = 0; Round < 2; ++Round) {
+            std::string DeclaredText = "x.";
+            Declared.AppendName(DeclaredText, Word);
+            EXPECT_EQ(DeclaredText, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+        }
+        EXPECT_EQ(Declared.ProcessName(Word), Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+    }
+}
+
 template <class TScanner>
 void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undeclared, const char* Name) {
     for (const std::string& Text : WordRuleTexts()) {
@@ -139,6 +161,7 @@ void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undecl
             Start = End + 1;
         }
     }
+    ExpectQuotedNamesAsTheTests(Declared, Undeclared, Name);
 }
 
 template <class TScanner>
@@ -168,6 +191,62 @@ TEST(ZvDialectScanners, DeclaredWordRulesReadEveryTextAsTheWordTests) {
         Declared.SetSQLDialect(Dialect);
         Undeclared.SetSQLDialect(Dialect);
         ExpectWordRulesAsTheTests(Declared, Undeclared, Dialect == qibDialect1 ? "interbase 1" : "interbase 3");
+    }
+}
+
+TEST(ZvDialectScanners, AppendedNamesDoubleTheQuotesInside) {
+    TZvSQLScanner Generic;
+    std::string Text;
+    Generic.AppendName(Text, "Order Date");
+    EXPECT_EQ(Text, "\"Order Date\"");
+    Text.clear();
+    Generic.AppendName(Text, "a\"b c");
+    EXPECT_EQ(Text, "\"a\"\"b c\"");
+    Text.clear();
+    Generic.AppendName(Text, "select");
+    EXPECT_EQ(Text, "\"select\"");
+    // Without identifier quoting every name stays as written.
+    Generic.QuoteIdentifiers = false;
+    Text.clear();
+    Generic.AppendName(Text, "Order Date");
+    EXPECT_EQ(Text, "Order Date");
+}
+
+// Appending remembers what it decided for short names; whatever rebuilds the scanner's tables (a
+// new keyword list, the meaning of the double quote) must make it decide again.
+TEST(ZvDialectScanners, AppendedNamesFollowAChangedKeywordList) {
+    // Short, middling and long names, and names alike but for one byte in the middle.
+    const char* const Words[] = {"zorro", "zorro_the_second", "zorro_the_secondz", "zorro_tha_second", "zorro_x"};
+    TZvSQLScanner Generic;
+    for (const char* Word : Words) {
+        std::string Text;
+        Generic.AppendName(Text, Word);
+        EXPECT_EQ(Text, Word);
+    }
+    TZvWordList Keywords = Generic.GetKeywords();
+    Keywords.Add("ZORRO");
+    Keywords.Add("ZORRO_THE_SECOND");
+    Keywords.Add("ZORRO_THE_SECONDZ");
+    Generic.SetKeywords(Keywords);
+    for (const char* Word : Words) {
+        std::string Text;
+        Generic.AppendName(Text, Word);
+        const bool Listed = std::string_view(Word) != "zorro_tha_second" && std::string_view(Word) != "zorro_x";
+        EXPECT_EQ(Text, Listed ? "\"" + std::string(Word) + "\"" : std::string(Word)) << Word;
+    }
+}
+
+TEST(ZvDialectScanners, AppendedNamesFollowTheMeaningOfTheDoubleQuote) {
+    TZvMSSQLScanner Scanner;
+    TZvMSSQLScanner Fresh;
+    for (const bool Quoted : {true, false, true}) {
+        Scanner.SetQuotedIdentifier(Quoted);
+        Fresh.SetQuotedIdentifier(Quoted);
+        for (const char* Word : {"\"a b\"", "a\"b", "Order", "x y"}) {
+            std::string Text;
+            Scanner.AppendName(Text, Word);
+            EXPECT_EQ(Text, Fresh.ProcessName(Word)) << Word << (Quoted ? " quoted" : "");
+        }
     }
 }
 

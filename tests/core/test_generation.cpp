@@ -167,6 +167,27 @@ TEST(TZvSelectParser, EveryClauseFollowsInItsPlace) {
                                         "  C.NAME DESC\r\n");
 }
 
+TEST(TZvSelectParser, AppendingTheStatementAddsWhatGetExpressionReturns) {
+    TWorkedExample S;
+    S.Call(S.O, "SUM", "AMOUNT");
+    S.Parser.GetOrderByItems().AddOrdered("C.NAME", okDesc);
+    const std::string Whole = S.Parser.GetExpression();
+    std::string Out = "before\n";
+    S.Parser.AppendExpression(Out);
+    EXPECT_EQ(Out, "before\n" + Whole);
+    // Appended twice, the regrouped GROUP BY list is written alike both times.
+    S.Parser.AppendExpression(Out);
+    EXPECT_EQ(Out, "before\n" + Whole + Whole);
+}
+
+TEST(TZvSelectParser, AppendingAStatementWithoutTablesLeavesTheBufferAsItWas) {
+    TZvSelectParser Parser;
+    EXPECT_EQ(Parser.GetExpression(), "");
+    std::string Out = "kept";
+    Parser.AppendExpression(Out);
+    EXPECT_EQ(Out, "kept");
+}
+
 // ---- SELECT list and FROM clause --------------------------------------------------------------------
 
 TEST(TZvTableDefs, WithoutFieldsTheStatementSelectsEverything) {

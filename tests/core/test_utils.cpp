@@ -12,6 +12,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 using namespace std::string_literals;
@@ -77,6 +78,19 @@ TEST(ZvUtils, QuotingEmptyTextGivesJustTheQuotes) {
 
 TEST(ZvUtils, QuotingLeavesUtf8BytesUnchanged) {
     EXPECT_EQ(QuoteString(Utf8Mixed, '"', '"'), "\"" + Utf8Mixed + "\"");
+}
+
+TEST(ZvUtils, AppendedQuotingAddsToWhatIsThereAsQuoteStringWrites) {
+    for (const char* Text : {"", "a", "a'b", "''", "'", "x'", "'x", "it's a 'quote'", "a]b", "[a]"}) {
+        for (const auto& [L, R] : {std::pair{'\'', '\''}, std::pair{'"', '"'}, std::pair{'[', ']'}}) {
+            std::string Out = "ab";
+            AppendQuotedString(Out, Text, L, R);
+            EXPECT_EQ(Out, "ab" + QuoteString(Text, L, R)) << Text << " in " << L << R;
+        }
+    }
+    std::string Out;
+    AppendQuotedString(Out, "a'b''c", '\'', '\'');
+    EXPECT_EQ(Out, "'a''b''''c'");
 }
 
 TEST(ZvUtils, QuoteIfNeededQuotesAnEmptyText) {
@@ -310,6 +324,22 @@ TEST(ZvUtils, NamePartsAreViewsIntoTheGivenText) {
     EXPECT_TRUE(TableNamePart("f", '"', '"').empty());
     EXPECT_EQ(FieldNamePart("f", '"', '"'), "f");
     EXPECT_EQ(FieldNamePart(".f", '"', '"'), ".f");
+}
+
+TEST(ZvUtils, SplittingGivesBothNamePartsAtOnce) {
+    for (const char* Name : {"t.f", "s.t.f", "f", "", ".f", "t.", "\"a.b\"", R"("x.y"."z")", R"(s."a.b""c")",
+                             "[a.b].c", "a.[b.c]", "..", "a\"b.c"}) {
+        for (const auto& [L, R] : {std::pair{'"', '"'}, std::pair{'[', ']'}}) {
+            const TZvNameParts Parts = SplitQualifiedName(Name, L, R);
+            EXPECT_EQ(Parts.Table, TableNamePart(Name, L, R)) << Name;
+            EXPECT_EQ(Parts.Field, FieldNamePart(Name, L, R)) << Name;
+        }
+    }
+    const std::string Name = "a.[b.c]";
+    const TZvNameParts Parts = SplitQualifiedName(Name, '[', ']');
+    EXPECT_EQ(Parts.Table, "a");
+    EXPECT_EQ(Parts.Field, "[b.c]");
+    EXPECT_EQ(Parts.Field.data(), Name.data() + 2);
 }
 
 TEST(ZvUtils, QuotedNameWithADotOnlyInsideHasNoQualifier) {
