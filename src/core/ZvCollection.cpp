@@ -12,13 +12,39 @@
 
 namespace zv {
 
-namespace {
+// ---- TZvItemSlots ---------------------------------------------------------------------------
 
-// Most model lists hold a handful of items (arguments, operands, conditions, a table's fields):
-// room for a few at the first one spares the regrowths at the second and third.
-constexpr std::size_t FirstCapacity = 4;
+TZvItemSlots::~TZvItemSlots() {
+    if (Data != Inline)
+        delete[] Data;
+}
 
-} // namespace
+void TZvItemSlots::reserve(std::size_t N) {
+    if (N <= Capacity)
+        return;
+    // Doubling keeps appends to a list of thousands of fields linear.
+    const std::size_t NewCapacity = std::max<std::size_t>(N, std::size_t{2} * Capacity);
+    auto** Grown = new TZvCollectionItem*[NewCapacity];
+    std::copy(Data, Data + Size, Grown);
+    if (Data != Inline)
+        delete[] Data;
+    Data = Grown;
+    Capacity = static_cast<std::uint32_t>(NewCapacity);
+}
+
+void TZvItemSlots::insert(std::size_t Index, TZvCollectionItem* Item) {
+    assert(Index <= Size && "a slot past the end of the list");
+    reserve(std::size_t{Size} + 1);
+    std::copy_backward(Data + Index, Data + Size, Data + Size + 1);
+    Data[Index] = Item;
+    ++Size;
+}
+
+void TZvItemSlots::erase(std::size_t Index) {
+    assert(Index < Size && "a slot past the end of the list");
+    std::copy(Data + Index + 1, Data + Size, Data + Index);
+    --Size;
+}
 
 // ---- TZvCollectionItem ----------------------------------------------------------------------
 
@@ -112,9 +138,8 @@ TZvCollectionItem* TZvCollection::Adopt(std::unique_ptr<TZvCollectionItem> Item)
 TZvCollectionItem* TZvCollection::Place(int Index, std::unique_ptr<TZvCollectionItem> Owned) {
     TZvCollectionItem* Item = Owned.get();
     Item->Collection = this;
-    if (Items.capacity() == 0)
-        Items.reserve(FirstCapacity);
-    Items.insert(Items.begin() + Index, std::move(Owned));
+    Items.insert(static_cast<std::size_t>(Index), Item);
+    Owned.release(); // the list owns it from here
     Renumber(Index);
     if (Index + 1 < Count())
         ItemsMoved();
@@ -127,13 +152,13 @@ TZvCollectionItem* TZvCollection::Place(int Index, std::unique_ptr<TZvCollection
 
 void TZvCollection::Delete(int Index) {
     CheckIndex(Index, Count() - 1);
-    TZvCollectionItem* Item = Items[static_cast<std::size_t>(Index)].get();
+    TZvCollectionItem* Item = Items[static_cast<std::size_t>(Index)];
     Item->Removing();
     // The clean-up rules may have removed other items of this list, so look the item up again.
     const int Current = Item->Index;
-    assert(Current >= 0 && Items[static_cast<std::size_t>(Current)].get() == Item);
-    std::unique_ptr<TZvCollectionItem> Doomed = std::move(Items[static_cast<std::size_t>(Current)]);
-    Items.erase(Items.begin() + Current);
+    assert(Current >= 0 && Items[static_cast<std::size_t>(Current)] == Item);
+    std::unique_ptr<TZvCollectionItem> Doomed(Item);
+    Items.erase(static_cast<std::size_t>(Current));
     Renumber(Current);
     Doomed->Collection = nullptr;
     Doomed->Index = -1;
@@ -155,7 +180,7 @@ void TZvCollection::Assign(const TZvCollection& Source) {
     BeginUpdate();
     try {
         Clear();
-        for (const auto& Item : Source.Items)
+        for (const TZvCollectionItem* Item : Source.Items)
             Add()->Assign(*Item);
     } catch (...) {
         EndUpdate();
@@ -170,11 +195,11 @@ void TZvCollection::TakeItems(TZvCollection& Source) {
     Source.ItemsMoved();
     const int First = Count();
     Items.reserve(Items.size() + Source.Items.size());
-    for (auto& Owned : Source.Items) {
-        Owned->Collection = this;
-        Items.push_back(std::move(Owned));
+    for (TZvCollectionItem* Moved : Source.Items) {
+        Moved->Collection = this;
+        Items.insert(Items.size(), Moved);
     }
-    Source.Items.clear();
+    Source.Items.truncate(0);
     Renumber(First);
     ItemsMoved();
     for (std::size_t I = static_cast<std::size_t>(First); I < Items.size(); ++I)
@@ -190,7 +215,7 @@ void TZvCollection::SetParser(TZvSelectParser* Value) {
     if (Value == ListParser)
         return;
     ListParser = Value;
-    for (const auto& Item : Items)
+    for (TZvCollectionItem* Item : Items)
         Item->SetParser(Value);
 }
 
@@ -209,7 +234,7 @@ void TZvCollection::ClearItems() {
     if (!Items.empty())
         ItemsMoved();
     while (!Items.empty()) {
-        std::unique_ptr<TZvCollectionItem> Doomed = std::move(Items.back());
+        std::unique_ptr<TZvCollectionItem> Doomed(Items.back());
         Items.pop_back();
         Doomed->Collection = nullptr;
         Doomed->Index = -1;
@@ -217,11 +242,10 @@ void TZvCollection::ClearItems() {
 }
 
 int TZvCollection::RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed) {
-    std::vector<std::unique_ptr<TZvCollectionItem>> Removed;
-    auto Kept = std::stable_partition(
-        Items.begin(), Items.end(), [&](const std::unique_ptr<TZvCollectionItem>& I) { return !Doomed(*I); });
-    std::move(Kept, Items.end(), std::back_inserter(Removed));
-    Items.erase(Kept, Items.end());
+    auto Kept = std::stable_partition(Items.begin(), Items.end(),
+                                      [&](const TZvCollectionItem* I) { return !Doomed(*I); });
+    std::vector<std::unique_ptr<TZvCollectionItem>> Removed(Kept, Items.end());
+    Items.truncate(static_cast<std::size_t>(Kept - Items.begin()));
     Renumber(0);
     if (!Removed.empty())
         ItemsMoved();

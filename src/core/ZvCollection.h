@@ -3,6 +3,8 @@
 // comparison through the parser that owns the model.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -117,6 +119,45 @@ TZvItemClass ItemClassOf() {
     return TZvItemMaker<T>{};
 }
 
+// The item pointers of one collection, in order: the first few held in place, more in one heap
+// block. Most model lists (arguments, operands, conditions, a table's fields and joins) hold one to
+// four items, so most lists never allocate for their pointers. It does not own the items: the
+// collection frees them, which keeps the order in which items and their clean-up go in one place.
+class TZvItemSlots {
+public:
+    TZvItemSlots() = default;
+    ~TZvItemSlots();
+    TZvItemSlots(const TZvItemSlots&) = delete;
+    TZvItemSlots& operator=(const TZvItemSlots&) = delete;
+
+    std::size_t size() const { return Size; }
+    bool empty() const { return Size == 0; }
+    TZvCollectionItem* operator[](std::size_t Index) const { return Data[Index]; }
+    TZvCollectionItem* back() const { return Data[Size - 1]; }
+    TZvCollectionItem* const* begin() const { return Data; }
+    TZvCollectionItem* const* end() const { return Data + Size; }
+    TZvCollectionItem** begin() { return Data; }
+    TZvCollectionItem** end() { return Data + Size; }
+
+    // Room for N pointers; may raise std::bad_alloc, and then nothing changed.
+    void reserve(std::size_t N);
+    // Item at Index (0 .. size()), the later ones moving up by one. Raises only where reserve does,
+    // before anything changed, so a caller may let go of the item once this returns.
+    void insert(std::size_t Index, TZvCollectionItem* Item);
+    void erase(std::size_t Index);
+    void pop_back() { --Size; }
+    // Keeps the first N pointers.
+    void truncate(std::size_t N) { Size = static_cast<std::uint32_t>(N); }
+
+private:
+    static constexpr std::uint32_t InlineSlots = 4;
+
+    TZvCollectionItem** Data = Inline;
+    std::uint32_t Size = 0;
+    std::uint32_t Capacity = InlineSlots;
+    TZvCollectionItem* Inline[InlineSlots] = {};
+};
+
 // An owned, ordered list of items of one item class, with an owner and a parser.
 class TZvCollection : public TZvPersistent {
 public:
@@ -136,7 +177,7 @@ public:
     TZvCollectionItem* GetItem(int Index) const {
         if (Index < 0 || Index >= Count())
             OutOfBounds(Index);
-        return Items[static_cast<std::size_t>(Index)].get();
+        return Items[static_cast<std::size_t>(Index)];
     }
 
     // Make an item of the item class at the end (Add) or at Index (Insert, 0 .. Count()), then
@@ -187,6 +228,8 @@ public:
     virtual bool SameIdentifier(std::string_view A, std::string_view B) const;
 
 protected:
+    // The items in order, for derived lists' tight walks (GetItem checks each index).
+    const TZvItemSlots& GetItemSlots() const { return Items; }
     // Takes the items out and frees them without clean-up rules; for Clear and derived bulk
     // removals, which then repair in one pass what the item rules would have repaired one by one.
     void ClearItems();
@@ -207,7 +250,8 @@ private:
 
     TZvPersistent* ListOwner;
     TZvItemClass ListItemClass;
-    std::vector<std::unique_ptr<TZvCollectionItem>> Items;
+    // Owned: freed by ClearItems, Delete and RemoveItemsIf.
+    TZvItemSlots Items;
     TZvSelectParser* ListParser = nullptr;
     int UpdateCount = 0;
 };

@@ -548,10 +548,15 @@ TZvTableDef* TZvTableDefs::FindIn(const TZvTableKeyIndex& Index, std::string_vie
     // per statement (most statements name one to four tables).
     constexpr int WalkedTables = 8;
     if (Count() <= WalkedTables && !TableIndexUsable()) {
+        // Keys of the same length whose first bytes differ by more than ASCII case cannot be the
+        // same under either rule: most tables are passed over on those two tests.
         const TZvIdentEqual Same{CaseSensitive()};
-        for (int T = 0; T < Count(); ++T)
-            if (Same((Items(T)->*Key)(), S))
-                return Items(T);
+        for (TZvCollectionItem* Item : GetItemSlots()) {
+            auto* Table = static_cast<TZvTableDef*>(Item);
+            const std::string& Text = (Table->*Key)();
+            if (Text.size() == S.size() && (S.empty() || ((Text[0] ^ S[0]) & ~0x20) == 0) && Same(Text, S))
+                return Table;
+        }
         return nullptr;
     }
     if (!TableIndexUsable()) {
@@ -656,9 +661,9 @@ TZvJoinTargetIndex& TZvTableDefs::JoinTargets() const {
     if (!JoinIndex.Usable(Exact)) {
         JoinIndex.Reset(Exact);
         for (int T = 0; T < Count(); ++T) {
-            const TZvJoinDefs& Joins = Items(T)->GetJoinDefs();
-            for (int J = 0; J < Joins.Count(); ++J)
-                JoinIndex.Add(Joins.Items(J), Joins.Items(J)->GetTableAlias());
+            const TZvJoinDefs* Joins = Items(T)->FindJoinDefs();
+            for (int J = 0; Joins && J < Joins->Count(); ++J)
+                JoinIndex.Add(Joins->Items(J), Joins->Items(J)->GetTableAlias());
         }
     }
     return JoinIndex;

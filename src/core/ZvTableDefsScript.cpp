@@ -98,7 +98,9 @@ void WriteJoinChain(const TZvTableDef& Table, const TZvJoinDefs& Joins, TJoinSpa
         } else if (!MergeIntoLine(Spans, static_cast<std::size_t>(Line - Spans.begin()), Join, Out)) {
             continue;
         }
-        WriteJoinChain(*Target, Target->GetJoinDefs(), Spans, Out);
+        // A table that never had a join has no list to walk (writing must not make one).
+        if (const TZvJoinDefs* Next = Target->FindJoinDefs())
+            WriteJoinChain(*Target, *Next, Spans, Out);
     }
 }
 
@@ -156,8 +158,10 @@ void TZvTableDef::WriteScript(std::string& Out) const {
     }
     if ((Parser && Parser->IsOracleJoins()) || !GetTableDefs())
         return;
-    TJoinSpans Spans;
-    WriteJoinChain(*this, GetJoinDefs(), Spans, Out);
+    if (const TZvJoinDefs* Joins = FindJoinDefs()) {
+        TJoinSpans Spans;
+        WriteJoinChain(*this, *Joins, Spans, Out);
+    }
 }
 
 void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const {

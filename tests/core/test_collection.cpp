@@ -6,6 +6,7 @@
 #include "ZvErrors.h"
 #include "ZvSelectParser.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -302,4 +303,131 @@ TEST(TZvCollection, UpdateBracketsNestAndAnUnmatchedEndStopsAtZero) {
     L.EndUpdate();
     L.EndUpdate();
     EXPECT_EQ(L.GetUpdateCount(), 0);
+}
+
+namespace {
+
+// An item that writes its text into a shared log when it is freed, with what it still knew of
+// its list at that moment.
+struct TLoggingItem : TZvCollectionItem {
+    std::string Text;
+    std::vector<std::string>* Log = nullptr;
+    ~TLoggingItem() override {
+        if (Log)
+            Log->push_back(Text + (GetCollection() ? "@list" : "@alone"));
+    }
+};
+
+struct TLoggingList : TZvCollection {
+    TLoggingList() : TZvCollection(nullptr, ItemClassOf<TLoggingItem>()) {}
+    TLoggingItem* AddLogged(const std::string& S, std::vector<std::string>& Log) {
+        auto* Item = static_cast<TLoggingItem*>(Add());
+        Item->Text = S;
+        Item->Log = &Log;
+        return Item;
+    }
+    int DropIf(const std::function<bool(const TZvCollectionItem&)>& Doomed) { return RemoveItemsIf(Doomed); }
+};
+
+} // namespace
+
+TEST(TZvCollection, InsertsAndDeletesAnywhereKeepOrderAndPositionsAsTheListGrowsPastItsFirstItems) {
+    // A list keeps its first few items in place and the rest in a block of their own: a fixed
+    // mix of inserts and deletes in front, middle and back, followed on a plain vector, must give
+    // the same order after every step, well past that boundary and back below it.
+    TProbeList L;
+    std::vector<std::string> Expected;
+    unsigned Seed = 12345;
+    auto Next = [&Seed](unsigned Limit) {
+        Seed = Seed * 1103515245u + 12345u;
+        return (Seed >> 16) % Limit;
+    };
+    for (int Step = 0; Step < 400; ++Step) {
+        const bool Grow = Step < 200 ? Next(4) != 0 : Next(4) == 0;
+        if (Grow || Expected.empty()) {
+            const int At = static_cast<int>(Next(static_cast<unsigned>(Expected.size()) + 1));
+            const std::string Text = "t" + std::to_string(Step);
+            static_cast<TProbeItem*>(L.Insert(At))->Text = Text;
+            Expected.insert(Expected.begin() + At, Text);
+        } else {
+            const int At = static_cast<int>(Next(static_cast<unsigned>(Expected.size())));
+            L.Delete(At);
+            Expected.erase(Expected.begin() + At);
+        }
+        ASSERT_EQ(Texts(L), Expected) << "after step " << Step;
+        ExpectIndicesMatchPositions(L);
+    }
+}
+
+TEST(TZvCollection, TakeItemsAcrossTheFirstFewItemsKeepsEveryItemAndItsOrder) {
+    TProbeList Target;
+    TProbeList Source;
+    for (const char* S : {"a", "b", "c"})
+        Target.AddText(S);
+    for (const char* S : {"d", "e", "f", "g", "h", "i"})
+        Source.AddText(S);
+    TProbeItem* G = Source.Item(3);
+    Target.TakeItems(Source);
+    EXPECT_EQ(Texts(Target), (std::vector<std::string>{"a", "b", "c", "d", "e", "f", "g", "h", "i"}));
+    ExpectIndicesMatchPositions(Target);
+    EXPECT_EQ(Target.Item(6), G);
+    EXPECT_EQ(Source.Count(), 0);
+    // The emptied source takes items again from its start.
+    Source.AddText("j");
+    Source.TakeItems(Target);
+    EXPECT_EQ(Texts(Source), (std::vector<std::string>{"j", "a", "b", "c", "d", "e", "f", "g", "h", "i"}));
+    ExpectIndicesMatchPositions(Source);
+    EXPECT_EQ(Target.Count(), 0);
+}
+
+TEST(TZvCollection, ClearFreesEveryItemFromTheBackEachAlreadyOutOfTheList) {
+    std::vector<std::string> Log;
+    TLoggingList L;
+    for (const char* S : {"a", "b", "c", "d", "e", "f"})
+        L.AddLogged(S, Log);
+    L.Clear();
+    EXPECT_EQ(Log, (std::vector<std::string>{"f@alone", "e@alone", "d@alone", "c@alone", "b@alone", "a@alone"}));
+    EXPECT_EQ(L.Count(), 0);
+    // The list is as good as new: it fills and frees again, this time through its destructor.
+    Log.clear();
+    {
+        TLoggingList Again;
+        for (const char* S : {"x", "y"})
+            Again.AddLogged(S, Log);
+    }
+    EXPECT_EQ(Log, (std::vector<std::string>{"y@alone", "x@alone"}));
+}
+
+TEST(TZvCollection, DeleteFreesOnlyTheDeletedItemAndLeavesTheOthersInTheirOrder) {
+    std::vector<std::string> Log;
+    TLoggingList L;
+    for (const char* S : {"a", "b", "c", "d", "e", "f"})
+        L.AddLogged(S, Log);
+    L.Delete(4);
+    L.Delete(0);
+    EXPECT_EQ(Log, (std::vector<std::string>{"e@alone", "a@alone"}));
+    ASSERT_EQ(L.Count(), 4);
+    EXPECT_EQ(static_cast<TLoggingItem*>(L.GetItem(0))->Text, "b");
+    EXPECT_EQ(static_cast<TLoggingItem*>(L.GetItem(3))->Text, "f");
+    EXPECT_EQ(L.GetItem(3)->GetIndex(), 3);
+}
+
+TEST(TZvCollection, RemovingItemsByARuleKeepsTheRestInOrderAndFreesTheRemovedOnes) {
+    std::vector<std::string> Log;
+    TLoggingList L;
+    for (const char* S : {"a", "b", "c", "d", "e", "f", "g"})
+        L.AddLogged(S, Log);
+    const int Removed = L.DropIf([](const TZvCollectionItem& Item) {
+        const std::string& Text = static_cast<const TLoggingItem&>(Item).Text;
+        return Text == "b" || Text == "e" || Text == "f";
+    });
+    EXPECT_EQ(Removed, 3);
+    EXPECT_EQ(Log, (std::vector<std::string>{"b@alone", "e@alone", "f@alone"}));
+    std::vector<std::string> Kept;
+    for (int I = 0; I < L.Count(); ++I) {
+        Kept.push_back(static_cast<TLoggingItem*>(L.GetItem(I))->Text);
+        EXPECT_EQ(L.GetItem(I)->GetIndex(), I);
+    }
+    EXPECT_EQ(Kept, (std::vector<std::string>{"a", "c", "d", "g"}));
+    EXPECT_EQ(L.DropIf([](const TZvCollectionItem&) { return false; }), 0);
 }

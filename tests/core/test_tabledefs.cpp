@@ -440,6 +440,63 @@ TEST(TZvTableDefs, FindByAliasAndNameReturnTheFirstMatchThroughSameIdentifier) {
     EXPECT_EQ(M.Tables.FindByName("Orders"), nullptr);
 }
 
+TEST(TZvTableDefs, FindByAliasComparesWholeKeysAndOnlyLettersWithoutCase) {
+    // Keys of one length that differ in their first byte only by the bit that tells ASCII case
+    // apart are the same key only where both bytes are letters: "@" and "`" stay different, as do
+    // "[" and "{".
+    TModel M;
+    TZvTableDef* At = M.Table("T1", "@x");
+    TZvTableDef* Tick = M.Table("T2", "`x");
+    TZvTableDef* Upper = M.Table("T3", "Qa");
+    TZvTableDef* Bracket = M.Table("T4", "[b]");
+    TZvTableDef* Blank = M.Tables.Add();
+    Blank->Define("", "T5", qttTable);
+    struct TLookUp {
+        const char* Key;
+        bool CaseSensitive;
+        TZvTableDef* Found;
+    };
+    const std::vector<TLookUp> LookUps = {
+        {"`x", false, Tick},   {"@x", false, At},       {"qA", false, Upper},    {"{b]", false, nullptr},
+        {"[b]", false, Bracket}, {"@X", false, At},     {"Q", false, nullptr},   {"Qab", false, nullptr},
+        // The empty alias of a table defined without one is a key like any other.
+        {"", false, Blank},    {"qA", true, nullptr},   {"Qa", true, Upper},     {"@X", true, nullptr},
+    };
+    for (const TLookUp& L : LookUps) {
+        M.Parser.SetCaseSensitiveIdentifiers(L.CaseSensitive);
+        EXPECT_EQ(M.Tables.FindByAlias(L.Key), L.Found) << '"' << L.Key << "\" case sensitive " << L.CaseSensitive;
+    }
+    M.Parser.SetCaseSensitiveIdentifiers(false);
+    EXPECT_EQ(M.Tables.FindByName("t5"), Blank);
+}
+
+TEST(TZvTableDefs, WritingTheStatementMakesNoJoinListForATableWithoutJoins) {
+    TModel M;
+    TZvTableDef* Orders = M.Table("ORDERS", "O");
+    TZvTableDef* Items = M.Table("ITEMS", "I");
+    TModel::Column(Orders, "ID");
+    TModel::Column(Items, "QTY");
+    TZvJoinDef* Join = Orders->GetJoinDefs().Add();
+    Join->SetLeftField("ID");
+    Join->SetTableAlias("I");
+    Join->SetRightField("ORDER_ID");
+    const std::string Script = M.Parser.GetExpression();
+    EXPECT_NE(Script.find("INNER JOIN ITEMS I ON (O.ID = I.ORDER_ID)"), std::string::npos) << Script;
+    EXPECT_EQ(Items->FindJoinDefs(), nullptr);
+    ASSERT_NE(Orders->FindJoinDefs(), nullptr);
+    // Asking which tables are joined, by a walk over a few tables and through the join index
+    // over many, reads the joins that exist and makes no list either.
+    EXPECT_TRUE(M.Tables.IsTableJoined(Items));
+    EXPECT_FALSE(M.Tables.IsTableJoined(Orders));
+    for (int T = 0; T < 20; ++T)
+        M.Table("EXTRA" + std::to_string(T), "E" + std::to_string(T));
+    EXPECT_TRUE(M.Tables.IsTableJoined(Items));
+    EXPECT_FALSE(M.Tables.IsTableJoined(Orders));
+    EXPECT_FALSE(M.Tables.IsTableJoined(M.Tables.Items(5)));
+    for (int T = 1; T < M.Tables.Count(); ++T)
+        EXPECT_EQ(M.Tables.Items(T)->FindJoinDefs(), nullptr) << T;
+}
+
 TEST(TZvTableDefs, FindByAliasAndNameFollowRenamesRemovalsAndInsertions) {
     TModel M;
     TZvTableDef* A = M.Table("ORDERS", "O");
