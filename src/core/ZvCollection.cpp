@@ -32,7 +32,7 @@ void TZvItemSlots::reserve(std::size_t N) {
     Capacity = static_cast<std::uint32_t>(NewCapacity);
 }
 
-void TZvItemSlots::insert(std::size_t Index, TZvCollectionItem* Item) {
+void TZvItemSlots::InsertMoving(std::size_t Index, TZvCollectionItem* Item) {
     assert(Index <= Size && "a slot past the end of the list");
     reserve(std::size_t{Size} + 1);
     std::copy_backward(Data + Index, Data + Size, Data + Size + 1);

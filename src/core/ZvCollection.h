@@ -142,14 +142,22 @@ public:
     // Room for N pointers; may raise std::bad_alloc, and then nothing changed.
     void reserve(std::size_t N);
     // Item at Index (0 .. size()), the later ones moving up by one. Raises only where reserve does,
-    // before anything changed, so a caller may let go of the item once this returns.
-    void insert(std::size_t Index, TZvCollectionItem* Item);
+    // before anything changed, so a caller may let go of the item once this returns. Appending
+    // into free room, which is what building a model does, is the inline case.
+    void insert(std::size_t Index, TZvCollectionItem* Item) {
+        if (Index == Size && Size < Capacity)
+            Data[Size++] = Item;
+        else
+            InsertMoving(Index, Item);
+    }
     void erase(std::size_t Index);
     void pop_back() { --Size; }
     // Keeps the first N pointers.
     void truncate(std::size_t N) { Size = static_cast<std::uint32_t>(N); }
 
 private:
+    void InsertMoving(std::size_t Index, TZvCollectionItem* Item);
+
     static constexpr std::uint32_t InlineSlots = 4;
 
     TZvCollectionItem** Data = Inline;

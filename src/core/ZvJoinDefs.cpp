@@ -24,7 +24,8 @@ bool IsKnownKind(TZvJoinKind Kind) {
 // of Table's fields, renamed away from its column name, is written as an alias (quoted only where
 // the dialect quotes aliases); any other column as a name.
 void AppendJoinColumn(std::string& Out, const TZvTableDef& Table, std::string_view Column) {
-    const TZvFieldDef* Field = Table.GetFieldDefs().FindByAlias(Column);
+    const TZvFieldDefs* Fields = Table.FindFieldDefs();
+    const TZvFieldDef* Field = Fields ? Fields->FindByAlias(Column) : nullptr;
     if (Field && Field->GetAlias() != Field->GetName())
         Table.AppendAlias(Out, Column);
     else

@@ -54,7 +54,9 @@ public:
     // The fields and the joins, each made on first use by its virtual factory.
     TZvFieldDefs& GetFieldDefs() const;
     TZvJoinDefs& GetJoinDefs() const;
-    // The joins when the list was made; null otherwise. For walks that would only find it empty.
+    // The fields (joins) when the list was made; null otherwise. For walks that would only find
+    // it empty.
+    const TZvFieldDefs* FindFieldDefs() const { return FieldDefs.get(); }
     const TZvJoinDefs* FindJoinDefs() const { return JoinDefs.get(); }
     void SetFieldDefs(const TZvFieldDefs& Value);
     void SetJoinDefs(const TZvJoinDefs& Value);

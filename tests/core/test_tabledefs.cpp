@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace zv;
@@ -470,19 +471,24 @@ TEST(TZvTableDefs, FindByAliasComparesWholeKeysAndOnlyLettersWithoutCase) {
     EXPECT_EQ(M.Tables.FindByName("t5"), Blank);
 }
 
-TEST(TZvTableDefs, WritingTheStatementMakesNoJoinListForATableWithoutJoins) {
+TEST(TZvTableDefs, WritingTheStatementMakesNoJoinOrFieldListForATableWithoutThem) {
     TModel M;
     TZvTableDef* Orders = M.Table("ORDERS", "O");
     TZvTableDef* Items = M.Table("ITEMS", "I");
+    TZvTableDef* Notes = M.Table("NOTES", "N");
     TModel::Column(Orders, "ID");
     TModel::Column(Items, "QTY");
-    TZvJoinDef* Join = Orders->GetJoinDefs().Add();
-    Join->SetLeftField("ID");
-    Join->SetTableAlias("I");
-    Join->SetRightField("ORDER_ID");
+    for (auto [Alias, Column] : {std::pair{"I", "ORDER_ID"}, std::pair{"N", "REF"}}) {
+        TZvJoinDef* Join = Orders->GetJoinDefs().Add();
+        Join->SetLeftField("ID");
+        Join->SetTableAlias(Alias);
+        Join->SetRightField(Column);
+    }
     const std::string Script = M.Parser.GetExpression();
     EXPECT_NE(Script.find("INNER JOIN ITEMS I ON (O.ID = I.ORDER_ID)"), std::string::npos) << Script;
+    EXPECT_NE(Script.find("INNER JOIN NOTES N ON (O.ID = N.REF)"), std::string::npos) << Script;
     EXPECT_EQ(Items->FindJoinDefs(), nullptr);
+    EXPECT_EQ(Notes->FindFieldDefs(), nullptr);
     ASSERT_NE(Orders->FindJoinDefs(), nullptr);
     // Asking which tables are joined, by a walk over a few tables and through the join index
     // over many, reads the joins that exist and makes no list either.
