@@ -1310,13 +1310,13 @@ inline bool TZvSQLScanner::NameStaysRemembered(std::string_view S) {
     if (!GetQuoteIdentifiers())
         return true;
     if (S.empty() || S.size() > RememberedNameSize)
-        return PartsNeedNoQuotes(S) || !NeedQuotes(S);
+        return NameStaysAsItIs(S);
     std::uint64_t Head;
     std::uint64_t Tail;
     NameKey(S, Head, Tail);
     TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> 58];
     if (Slot.Size != S.size() || Slot.Head != Head || Slot.Tail != Tail)
-        Slot = {Head, Tail, static_cast<std::uint8_t>(S.size()), PartsNeedNoQuotes(S) || !NeedQuotes(S)};
+        Slot = {Head, Tail, static_cast<std::uint8_t>(S.size()), NameStaysAsItIs(S)};
     return Slot.Stays;
 }
 
