@@ -532,10 +532,17 @@ void MaterialiseNode(TCondScratch& Scratch, int Index, TZvCriterions& Into, cons
     const TCondNode Node = Scratch.Nodes[static_cast<std::size_t>(Index)];
     if (Node.Leaf >= 0) {
         std::unique_ptr<TZvCriterion>& Leaf = Scratch.Leaves[static_cast<std::size_t>(Node.Leaf)];
-        if (&Into == &Target)
+        if (&Into == &Target) {
             Into.Adopt(std::move(Leaf));
-        else
+        } else if (Into.MakesItemsOf<TZvCriterion>()) {
+            // Filled before it is placed, so that placing it checks the operator it brings
+            // rather than the empty one of a new criterion.
+            auto Moved = std::make_unique<TZvCriterion>();
+            Moved->TakeFrom(*Leaf);
+            Into.Adopt(std::move(Moved));
+        } else {
             Into.Add()->TakeFrom(*Leaf);
+        }
         return;
     }
     TZvCriterion* Criterion = Into.Add();
@@ -770,27 +777,35 @@ const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
     TOperatorReach Reach = OperatorReach(S.Token);
     if (!Reach.Begins)
         return nullptr;
-    std::string Words = S.Token;
-    // The next token is looked at only while some operator's name goes on after the words read
-    // (IS, NOT): a look ahead costs a token read, and most operators are one word.
-    while (Reach.GoesOn) {
-        S.GetTokenPlus();
-        if (S.TokenPlus.empty())
-            break;
-        std::string Longer = Words + " " + S.TokenPlus;
-        const TOperatorReach LongerReach = OperatorReach(Longer);
-        if (!LongerReach.Begins)
-            break;
-        NextToken();
-        Words = std::move(Longer);
-        Reach = LongerReach;
-    }
+    if (Reach.GoesOn)
+        Reach = ReadLongerOperator(Reach);
     if (Reach.Exact == nullptr) {
         Fail();
         return nullptr;
     }
     NextToken();
     return Reach.Exact;
+}
+
+// The words of an operator name that goes on after the current token (IS, NOT): the next token
+// is looked at only while some name goes on after the words read, as a look ahead costs a token
+// read. Returns the reach of the longest run of words that begins a name; its last word is current.
+TZvSelectParser::TOperatorReach TZvSelectParser::ReadLongerOperator(TOperatorReach Reach) {
+    TZvSQLScanner& S = GetScanner();
+    std::string Words = S.Token;
+    while (Reach.GoesOn) {
+        S.GetTokenPlus();
+        if (S.TokenPlus.empty())
+            break;
+        Words += ' ';
+        Words += S.TokenPlus;
+        const TOperatorReach LongerReach = OperatorReach(Words);
+        if (!LongerReach.Begins)
+            break;
+        NextToken();
+        Reach = LongerReach;
+    }
+    return Reach;
 }
 
 void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator) {

@@ -37,6 +37,22 @@ bool WritesOperand(const TZvFunctionDef& Operand, const TZvTableDef* Table) {
     return !Operand.GetScript().empty();
 }
 
+// Whether a join of the statement aims at a table named A or B, compared without regard to case
+// (a superset of what either case rule matches). Walked only for a few tables: the answer lets a
+// FROM entry skip reference updates that it would find nothing to update with.
+constexpr int FewTables = 16;
+bool AnyJoinAimsAt(const TZvTableDefs& Tables, std::string_view A, std::string_view B) {
+    for (int T = 0; T < Tables.Count(); ++T) {
+        const TZvJoinDefs* Joins = Tables.Items(T)->FindJoinDefs();
+        for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
+            const std::string& Target = Joins->Items(J)->GetTableAlias();
+            if (SameText(Target, A) || SameText(Target, B))
+                return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
@@ -180,9 +196,14 @@ void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& 
             for (int I = 0; I < NewFields.Count(); ++I)
                 Fields.Add()->Assign(*NewFields.Items(I));
         }
-        Table->SetTableType(Procedure != nullptr ? qttStoredProc : qttTable);
-        Table->SetName(Name);
-        Table->SetAlias(Alias);
+        const TZvTableDefType Type = Procedure != nullptr ? qttStoredProc : qttTable;
+        if (RenamesNoReference(*Table, Name)) {
+            Table->Define(Alias, Name, Type);
+        } else {
+            Table->SetTableType(Type);
+            Table->SetName(Name);
+            Table->SetAlias(Alias);
+        }
     } else if (Procedure != nullptr) {
         Table = Tables.Add();
         Table->Assign(*Procedure);
@@ -192,6 +213,16 @@ void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& 
     }
     LeftHandTable = Table->GetPrefix();
     JoinedTable = Table;
+}
+
+// Whether naming Table Name and then giving it an alias leaves every other part of the statement
+// as it is: no join aims at its present alias or at Name (the two aliases it passes through), and
+// no ORDER BY entry has been read yet. A table first named by a qualified column of the field list
+// is completed so, and then takes its name and alias without the reference updates.
+bool TZvSelectParser::RenamesNoReference(const TZvTableDef& Table, std::string_view Name) {
+    const TZvTableDefs& Tables = GetTableDefs();
+    return Tables.Count() <= FewTables && GetOrderByItems().Count() == 0 &&
+           !AnyJoinAimsAt(Tables, Table.GetAlias(), Name);
 }
 
 // Parameters are literals (kept as values of their type), ":name" references (bound by name,

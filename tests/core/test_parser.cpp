@@ -323,6 +323,53 @@ TEST(TZvSelectParser, ChainedJoinGoesToTheTableAlreadyInTheFromList) {
     EXPECT_EQ(P.Table(2).GetJoinDefs().Count(), 0);
 }
 
+TEST(TZvSelectParser, AnEntryCompletingATableOfTheFieldListTakesNameAliasAndKind) {
+    Parsed P("SELECT I0.X, C1.Y, P.Z FROM INVOICES I0 JOIN CUSTOMERS C1 ON I0.ID = C1.ID, PROC(7) P");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetName(), "INVOICES");
+    EXPECT_EQ(P.Table(0).GetAlias(), "I0");
+    EXPECT_EQ(P.Table(1).GetName(), "CUSTOMERS");
+    EXPECT_EQ(P.Table(1).GetAlias(), "C1");
+    EXPECT_EQ(P.Table(2).GetName(), "PROC");
+    EXPECT_EQ(P.Table(2).GetAlias(), "P");
+    EXPECT_EQ(P.Table(2).GetTableType(), qttStoredProc);
+    ASSERT_EQ(P.Table(2).GetFieldDefs().Count(), 2);
+    EXPECT_EQ(P.Table(2).GetFieldDefs().Items(1)->GetName(), "PARAM1");
+    // Found again by the new texts, and no more by the name the field list gave.
+    EXPECT_EQ(P.Tables().FindByName("INVOICES"), &P.Table(0));
+    EXPECT_EQ(P.Tables().FindByAlias("C1"), &P.Table(1));
+    EXPECT_EQ(P.Tables().FindByName("I0"), nullptr);
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetTableAlias(), "C1");
+}
+
+TEST(TZvSelectParser, AJoinReadBeforeTheEntryThatCompletesItsTargetStillNamesTheTargetsAlias) {
+    // The condition names the table in another case before its FROM entry: the join follows the
+    // entry's alias as written there.
+    Parsed P("SELECT B.X FROM A INNER JOIN C ON A.ID = b.ID, BTAB B");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetName(), "BTAB");
+    EXPECT_EQ(P.Table(0).GetAlias(), "B");
+    const TZvJoinDefs& J = P.Table(1).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetTableAlias(), "B");
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  C\r\n");
+}
+
+TEST(TZvSelectParser, AnEntryTakingTheNameOfAJoinTargetTakesThatJoinAlong) {
+    // The entry's table passes through the alias BTAB on its way to B, and the join aimed at BTAB
+    // goes with it.
+    Parsed P("SELECT B.X FROM A JOIN BTAB ON A.ID = BTAB.ID, BTAB B");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    const TZvJoinDefs& J = P.Table(1).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetTableAlias(), "B");
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  BTAB\r\n");
+}
+
 TEST(TZvSelectParser, JoinAgainstAConstantIsInadmissible) {
     ExpectError("SELECT * FROM A JOIN B ON A.X = 5", 5, "", 34, 1);
     ExpectError("SELECT * FROM A JOIN B ON A.X = B.Y AND A.Z = 'k' WHERE 1 = 1", 5, "WHERE", 51, 1);
@@ -510,6 +557,33 @@ TEST(TZvSelectParser, BracketedGroupsOfOneConnectiveJoinTheirMembersInOrder) {
     const char* const Expected[] = {"A = 1", "B = 2", "C = 3", "D = 4", "E = 5", "F = 6"};
     for (int I = 0; I < 6; ++I)
         EXPECT_EQ(Leaf(*W.Items(I)), Expected[I]);
+}
+
+TEST(TZvSelectParser, ANestedConditionKeepsItsOperatorItsOperandsAndTheParser) {
+    Parsed P("SELECT * FROM T WHERE A = 1 AND (UPPER(B) NOT BETWEEN 1 AND 2 OR C IS NOT NULL OR D IN (3, LOWER(E)))");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 2);
+    const TZvCriterions& Group = W.Items(1)->GetSubItems();
+    ASSERT_EQ(Group.Count(), 3);
+    EXPECT_EQ(Group.GetFilter(), cfAny);
+    EXPECT_EQ(Leaf(*Group.Items(0)), "UPPER NOT BETWEEN 1 2");
+    EXPECT_EQ(Leaf(*Group.Items(1)), "C IS NOT NULL");
+    EXPECT_EQ(Leaf(*Group.Items(2)), "D IN 3 LOWER");
+    for (int I = 0; I < Group.Count(); ++I) {
+        const TZvCriterion& Nested = *Group.Items(I);
+        EXPECT_EQ(typeid(Nested), typeid(TZvCriterion));
+        EXPECT_EQ(Nested.GetIndex(), I);
+        EXPECT_EQ(Nested.GetParser(), &P.Parser);
+        EXPECT_EQ(Nested.GetLeftSide().GetParser(), &P.Parser);
+        EXPECT_EQ(Nested.GetRightSide().GetParser(), &P.Parser);
+        for (int R = 0; R < Nested.GetRightSide().Count(); ++R)
+            EXPECT_EQ(Nested.GetRightSide().Items(R)->GetParser(), &P.Parser);
+    }
+    EXPECT_EQ(Group.Items(0)->GetLeftSide().GetArguments().Items(0)->GetParser(), &P.Parser);
+    EXPECT_EQ(Group.Items(2)->GetRightSide().Items(1)->GetArguments().Items(0)->GetName(), "E");
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  (A = 1) AND \r\n  ((UPPER(B) NOT BETWEEN 1 AND 2) OR "
+              "\r\n  (C IS NOT NULL) OR \r\n  (D IN (3,LOWER(E))))\r\n");
 }
 
 TEST(TZvSelectParser, AConditionIsReadAloneAfterOthersAndAfterAFailedOne) {
