@@ -344,10 +344,10 @@ TEST(TZvSelectParser, AnEntryCompletingATableOfTheFieldListTakesNameAliasAndKind
     EXPECT_EQ(J.Items(0)->GetTableAlias(), "C1");
 }
 
-TEST(TZvSelectParser, AJoinReadBeforeTheEntryThatCompletesItsTargetStillNamesTheTargetsAlias) {
-    // The condition names the table in another case before its FROM entry: the join follows the
-    // entry's alias as written there.
-    Parsed P("SELECT B.X FROM A INNER JOIN C ON A.ID = b.ID, BTAB B");
+// A statement of the tables A, C (or BTAB) and BTAB B, whose one join, held by A, is expected to
+// aim at B and to be written as the first FROM entry's chain, followed by Last.
+void ExpectTheJoinToFollowB(const std::string& Sql, const std::string& Last) {
+    Parsed P(Sql);
     ASSERT_EQ(P.Tables().Count(), 3);
     EXPECT_EQ(P.Table(0).GetName(), "BTAB");
     EXPECT_EQ(P.Table(0).GetAlias(), "B");
@@ -355,19 +355,19 @@ TEST(TZvSelectParser, AJoinReadBeforeTheEntryThatCompletesItsTargetStillNamesThe
     ASSERT_EQ(J.Count(), 1);
     EXPECT_EQ(J.Items(0)->GetTableAlias(), "B");
     EXPECT_EQ(P.Parser.GetExpression(),
-              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  C\r\n");
+              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  " + Last + "\r\n");
+}
+
+TEST(TZvSelectParser, AJoinReadBeforeTheEntryThatCompletesItsTargetStillNamesTheTargetsAlias) {
+    // The condition names the table in another case before its FROM entry: the join follows the
+    // entry's alias as written there.
+    ExpectTheJoinToFollowB("SELECT B.X FROM A INNER JOIN C ON A.ID = b.ID, BTAB B", "C");
 }
 
 TEST(TZvSelectParser, AnEntryTakingTheNameOfAJoinTargetTakesThatJoinAlong) {
-    // The entry's table passes through the alias BTAB on its way to B, and the join aimed at BTAB
-    // goes with it.
-    Parsed P("SELECT B.X FROM A JOIN BTAB ON A.ID = BTAB.ID, BTAB B");
-    ASSERT_EQ(P.Tables().Count(), 3);
-    const TZvJoinDefs& J = P.Table(1).GetJoinDefs();
-    ASSERT_EQ(J.Count(), 1);
-    EXPECT_EQ(J.Items(0)->GetTableAlias(), "B");
-    EXPECT_EQ(P.Parser.GetExpression(),
-              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  BTAB\r\n");
+    // The entry's table passes through the alias BTAB on its way to B, and the join aimed at the
+    // other table BTAB goes with it.
+    ExpectTheJoinToFollowB("SELECT B.X FROM A JOIN BTAB ON A.ID = BTAB.ID, BTAB B", "BTAB");
 }
 
 TEST(TZvSelectParser, JoinAgainstAConstantIsInadmissible) {
