@@ -586,6 +586,42 @@ TEST(TZvSelectParser, ANestedConditionKeepsItsOperatorItsOperandsAndTheParser) {
               "\r\n  (C IS NOT NULL) OR \r\n  (D IN (3,LOWER(E))))\r\n");
 }
 
+// Every condition of List and its groups at any depth, as "class:text" in reading order: W for the
+// WHERE clause's own item class, C for a plain criterion, G for a group.
+std::string ConditionClasses(const TZvCriterions& List) {
+    std::string Text;
+    for (int I = 0; I < List.Count(); ++I) {
+        const TZvCriterion& Item = *List.Items(I);
+        Text += typeid(Item) == typeid(TZvWhereItem) ? "W" : typeid(Item) == typeid(TZvCriterion) ? "C" : "?";
+        if (Item.GetSubItems().Count() > 0)
+            Text += ":G(" + ConditionClasses(Item.GetSubItems()) + ") ";
+        else
+            Text += ":" + Leaf(Item) + " ";
+    }
+    return Text;
+}
+
+TEST(TZvSelectParser, ConditionsLandInTheirListsClassWhereverTheyStand) {
+    const std::pair<const char*, const char*> Cases[] = {
+        {"NOT A = 1", "W:A = 1 "},
+        {"A = 1 AND B = 2 OR C = 3", "W:G(C:A = 1 C:B = 2 ) W:C = 3 "},
+        {"(A = 1 OR B = 2) AND C = 3 AND NOT (D = 4 AND E = 5)",
+         "W:G(C:A = 1 C:B = 2 ) W:C = 3 W:G(C:G(C:D = 4 C:E = 5 ) ) "},
+        {"A = 1 OR (B = 2 AND NOT C = 3) OR D = 4", "W:A = 1 W:G(C:B = 2 C:G(C:C = 3 ) ) W:D = 4 "},
+    };
+    for (const auto& [Condition, Expected] : Cases) {
+        Parsed P(std::string("SELECT * FROM T WHERE ") + Condition);
+        EXPECT_EQ(ConditionClasses(P.Where()), Expected) << Condition;
+    }
+    Parsed Negated("SELECT * FROM T WHERE NOT A = 1");
+    EXPECT_EQ(Negated.Where().GetFilter(), cfNot);
+    EXPECT_EQ(Negated.Parser.GetExpression(), "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  NOT (A = 1)\r\n");
+    Parsed Mixed("SELECT * FROM T WHERE (A = 1 OR B = 2) AND C = 3 AND NOT (D = 4 AND E = 5)");
+    EXPECT_EQ(Mixed.Parser.GetExpression(),
+              "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  ((A = 1) OR \r\n  (B = 2)) AND \r\n  (C = 3) AND \r\n"
+              "  (NOT ((D = 4) AND \r\n  (E = 5)))\r\n");
+}
+
 TEST(TZvSelectParser, AConditionIsReadAloneAfterOthersAndAfterAFailedOne) {
     const std::string Sql = "SELECT * FROM T WHERE (A = 1 OR NOT B = 2) AND C IN (1, 2) HAVING D > 1 OR E < 2";
     TZvSelectParser Fresh;
