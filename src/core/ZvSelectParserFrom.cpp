@@ -3,6 +3,7 @@
 #include "ZvSelectParser.h"
 
 #include <optional>
+#include <utility>
 
 #include "ZvErrors.h"
 #include "ZvJoinDefs.h"
@@ -56,15 +57,15 @@ bool AnyJoinAimsAt(const TZvTableDefs& Tables, std::string_view A, std::string_v
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
-    // Every word that starts a join has four or five letters and begins with I, L, R, F or J; no
-    // other token is compared word by word.
-    constexpr std::string_view Initials = "ILRFJ";
-    if ((Token.size() != 4 && Token.size() != 5) ||
-        Initials.find(UpCase(Token.front())) == std::string_view::npos)
+    // Each word that starts a join has an initial of its own, so a token is compared with the one
+    // word its initial names, if any.
+    static constexpr std::string_view Words[] = {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"};
+    if (Token.empty())
         return false;
-    for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
-        if (SameText(Token, Word))
-            return true;
+    const char Initial = UpCase(Token.front());
+    for (const std::string_view Word : Words) {
+        if (Word.front() == Initial)
+            return SameText(Token, Word);
     }
     return false;
 }
@@ -159,13 +160,13 @@ void TZvSelectParser::DoParseTableDef() {
     if (TokenIs("AS"))
         NextToken();
     // Without an alias, the entry is named by its name.
-    std::string Alias = Name;
-    if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
-        if (GetScanner().Token.empty()) {
-            Fail();
-            return;
-        }
-        Alias = TokenAlias();
+    const bool Aliased = TokenHas(tkIdent) && !IsCrossJoinAhead();
+    if (Aliased && GetScanner().Token.empty()) {
+        Fail();
+        return;
+    }
+    const std::string Alias = Aliased ? TokenAlias() : Name;
+    if (Aliased) {
         NextToken();
         if (Procedure)
             Procedure->SetAlias(Alias);
@@ -275,7 +276,7 @@ void TZvSelectParser::DoParseJoinDef() {
         return;
     TZvTableDefs& Tables = GetTableDefs();
     if (!Continuation) {
-        const std::string Before = LeftHandTable;
+        std::string Before = LeftHandTable;
         if (Tables.FindByAlias(Before) == nullptr || !IsIntersected(GetScanner().TokenKinds, {tkIdent, tkString})) {
             Fail();
             return;
@@ -283,7 +284,7 @@ void TZvSelectParser::DoParseJoinDef() {
         DoParseTableDef();
         if (State == ssError)
             return;
-        LeftHandTable = Before;
+        LeftHandTable = std::move(Before);
         if (!TokenIs("ON")) {
             Fail();
             return;
@@ -423,7 +424,9 @@ void TZvSelectParser::AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, co
         Join->SetRightField(Far.GetScript());
         Join->SetRightConst(true);
     }
-    Join->SetOperator(Operator);
+    // A new join compares with "=" already, which most joins keep.
+    if (Join->GetOperator() != Operator)
+        Join->SetOperator(Operator);
     Join->SetSwapped(Swapped);
     Join->SetPending(true);
     Join->SetKind(LastJoinKind);

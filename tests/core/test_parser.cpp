@@ -301,6 +301,21 @@ TEST(TZvSelectParser, JoinKindsAreReadFromTheirKeywords) {
     EXPECT_EQ(J.Items(3)->GetKind(), zvjInnerJoin);
 }
 
+TEST(TZvSelectParser, JoinWordsAreReadInAnyCaseAndOtherKeywordsStartNoJoin) {
+    Parsed P("select * from a left outer join b on a.x = b.x inner join c on a.x = c.x Full join d on a.x = d.x "
+             "rIGHT join e on a.x = e.x jOiN f on a.x = f.x");
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 5);
+    const TZvJoinKind Kinds[] = {zvjLOuterJoin, zvjInnerJoin, zvjFOuterJoin, zvjROuterJoin, zvjInnerJoin};
+    for (int I = 0; I < 5; ++I)
+        EXPECT_EQ(J.Items(I)->GetKind(), Kinds[I]) << I;
+    // Keywords sharing a join word's initial or length are no join; a longer word is an alias.
+    ExpectError("SELECT * FROM A IN", 1, "IN", 17, 1);
+    ExpectError("SELECT * FROM A LIKE", 1, "LIKE", 17, 1);
+    ExpectError("SELECT * FROM A FROM", 1, "FROM", 17, 1);
+    EXPECT_EQ(Parsed("SELECT * FROM A JOINS").Table(0).GetAlias(), "JOINS");
+}
+
 TEST(TZvSelectParser, ConditionNamingTheRightTableFirstIsSwappedAndMirrored) {
     Parsed P("SELECT * FROM A JOIN B ON B.Y < A.X");
     const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
