@@ -592,9 +592,6 @@ void PushGroup(TCondScratch& Scratch, TZvCriterionFilter Filter, std::size_t Nee
     Stack.push_back(static_cast<int>(Scratch.Nodes.size()) - 1);
 }
 
-// Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
-// group of the same filter gives its members instead of nesting. A connective short of operands
-// (a leading AND) is dropped.
 // Whether the condition about to be read will likely stand in a nested group rather than in the
 // target list itself: right under a NOT, or where AND and OR have both been read at its bracket
 // depth or outside it, so that one of the two groups it. A wrong guess costs one move.
@@ -607,6 +604,9 @@ bool LikelyNested(const TCondScratch& Scratch) {
     return Read == (csAnd | csOr);
 }
 
+// Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
+// group of the same filter gives its members instead of nesting. A connective short of operands
+// (a leading AND) is dropped.
 void FoldCriterions(TCondScratch& Scratch, TZvCriterions& Target) {
     std::vector<int>& Stack = Scratch.Stack;
     for (const TPostfixItem& Item : Scratch.Postfix) {
