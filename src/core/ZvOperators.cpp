@@ -13,6 +13,18 @@ bool StartsWithText(std::string_view S, std::string_view Start) {
     return S.size() >= Start.size() && SameText(S.substr(0, Start.size()), Start);
 }
 
+// The first of Items whose Key text equals S without regard to case. The list's own slots are
+// walked: the look-up by caption runs whenever a condition is placed or written.
+template <const std::string& (TZvOperator::*Key)() const>
+TZvOperator* FindFirst(const TZvItemSlots& Items, std::string_view S) {
+    for (TZvCollectionItem* Item : Items) {
+        auto* Operator = static_cast<TZvOperator*>(Item);
+        if (SameText((Operator->*Key)(), S))
+            return Operator;
+    }
+    return nullptr;
+}
+
 struct TStandardOperator {
     const char* Text;
     std::int32_t Count;
@@ -82,17 +94,11 @@ void TZvOperators::AddStandardOperators() {
 }
 
 TZvOperator* TZvOperators::FindByCaption(std::string_view S) const {
-    for (int I = 0; I < Count(); ++I)
-        if (SameText(Items(I)->GetCaption(), S))
-            return Items(I);
-    return nullptr;
+    return FindFirst<&TZvOperator::GetCaption>(GetItemSlots(), S);
 }
 
 TZvOperator* TZvOperators::FindByName(std::string_view S) const {
-    for (int I = 0; I < Count(); ++I)
-        if (SameText(Items(I)->GetName(), S))
-            return Items(I);
-    return nullptr;
+    return FindFirst<&TZvOperator::GetName>(GetItemSlots(), S);
 }
 
 TZvOperator* TZvOperators::FindNearest(std::string_view S, bool& NotExact) const {

@@ -282,6 +282,7 @@ private:
     std::string ReadListItem();
     bool IsCrossJoinAhead();
     void MergeTableDef(const std::string& Name, const std::string& Alias, const TZvTableDef* Procedure);
+    bool RenamesNoReference(const TZvTableDef& Table, std::string_view Name);
     bool ReadJoinKeywords();
     std::string ReadJoinOperand(TZvFunctionDef& Operand);
     TZvTableDef* FindJoinTable(const TZvFunctionDef& Operand, const std::string& TableRef);
@@ -332,6 +333,7 @@ private:
     };
     TOperatorReach OperatorReach(std::string_view Words);
     const TZvOperator* ReadCriterionOperator();
+    TOperatorReach ReadLongerOperator(TOperatorReach Reach);
     void ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator);
     void ReadRightOperand(TZvFunctionDef& Operand, bool InBrackets);
 

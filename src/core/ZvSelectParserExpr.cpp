@@ -494,7 +494,16 @@ struct TPostfixItem {
     int Value;  // connective code, or leaf index
 };
 
-using TLeaves = std::vector<std::unique_ptr<TZvCriterion>>;
+// A simple condition as read, made either by the target list's item class or, where it will
+// likely land in a nested group, as a plain criterion, the class of every nested group's items.
+struct TLeaf {
+    std::unique_ptr<TZvCriterion> Item;
+    bool Plain = false;
+};
+using TLeaves = std::vector<TLeaf>;
+
+// The connectives read at one bracket depth, as bits.
+enum TConnectivesSeen : std::uint8_t { csAnd = 1, csOr = 2 };
 
 // The lists one condition is read and folded with. Cleared, never freed, between conditions.
 struct TCondScratch {
@@ -504,6 +513,8 @@ struct TCondScratch {
     std::vector<TCondNode> Nodes;
     std::vector<int> Stack;
     std::vector<int> Members;
+    // Per open bracket, and the statement's level first: the connectives read there so far.
+    std::vector<std::uint8_t> Seen;
 
     void Reset() {
         Leaves.clear();
@@ -512,6 +523,7 @@ struct TCondScratch {
         Nodes.clear();
         Stack.clear();
         Members.clear();
+        Seen.clear();
     }
 };
 
@@ -526,16 +538,24 @@ void TZvSelectParser::TCriterionScratchDeleter::operator()(TCriterionScratch* Sc
 
 namespace {
 
-// Leaves are made by the target list's item class: one that lands in the target itself goes there
-// as it is; one that lands in a nested group (a plain list) is moved into a new item of it.
+// A leaf of the class Into makes goes there as it is; another is moved into a new item of Into's
+// class, filled before it is placed, so that placing it checks the operator it brings rather than
+// the empty one of a new criterion.
+void PlaceLeaf(TLeaf& Leaf, TZvCriterions& Into, const TZvCriterions& Target) {
+    const bool Fits = Leaf.Plain ? Into.MakesItemsOf<TZvCriterion>() : &Into == &Target;
+    if (Fits) {
+        Into.Adopt(std::move(Leaf.Item));
+        return;
+    }
+    std::unique_ptr<TZvCollectionItem> Moved = Into.MakeItem();
+    static_cast<TZvCriterion&>(*Moved).TakeFrom(*Leaf.Item);
+    Into.Adopt(std::move(Moved));
+}
+
 void MaterialiseNode(TCondScratch& Scratch, int Index, TZvCriterions& Into, const TZvCriterions& Target) {
     const TCondNode Node = Scratch.Nodes[static_cast<std::size_t>(Index)];
     if (Node.Leaf >= 0) {
-        std::unique_ptr<TZvCriterion>& Leaf = Scratch.Leaves[static_cast<std::size_t>(Node.Leaf)];
-        if (&Into == &Target)
-            Into.Adopt(std::move(Leaf));
-        else
-            Into.Add()->TakeFrom(*Leaf);
+        PlaceLeaf(Scratch.Leaves[static_cast<std::size_t>(Node.Leaf)], Into, Target);
         return;
     }
     TZvCriterion* Criterion = Into.Add();
@@ -570,6 +590,18 @@ void PushGroup(TCondScratch& Scratch, TZvCriterionFilter Filter, std::size_t Nee
     Stack.resize(Stack.size() - Needed);
     Scratch.Nodes.push_back(Group);
     Stack.push_back(static_cast<int>(Scratch.Nodes.size()) - 1);
+}
+
+// Whether the condition about to be read will likely stand in a nested group rather than in the
+// target list itself: right under a NOT, or where AND and OR have both been read at its bracket
+// depth or outside it, so that one of the two groups it. A wrong guess costs one move.
+bool LikelyNested(const TCondScratch& Scratch) {
+    if (!Scratch.Pending.empty() && Scratch.Pending.back() == cnNot)
+        return true;
+    std::uint8_t Read = 0;
+    for (const std::uint8_t Connectives : Scratch.Seen)
+        Read |= Connectives;
+    return Read == (csAnd | csOr);
 }
 
 // Folds the postfix list into groups: AND gives cfAll, OR cfAny, NOT cfNot; an operand that is a
@@ -630,6 +662,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
     std::vector<TPostfixItem>& Postfix = Scratch.Postfix;
     std::vector<int>& Pending = Scratch.Pending;
     std::int32_t Open = 0;  // brackets open on Pending
+    Scratch.Seen.push_back(0);
     auto Push = [&](int Code) {
         while (!Pending.empty() && Priority(Pending.back()) >= Priority(Code)) {
             Postfix.push_back({true, Pending.back()});
@@ -642,7 +675,10 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
     const TZvOperators& OperatorList = GetOperators();
     while (!AtEnd()) {
         if (TokenIs("NOT") || TokenIs("AND") || TokenIs("OR")) {
-            Push(TokenIs("NOT") ? cnNot : TokenIs("AND") ? cnAnd : cnOr);
+            const int Code = TokenIs("NOT") ? cnNot : TokenIs("AND") ? cnAnd : cnOr;
+            if (Code != cnNot)
+                Scratch.Seen.back() |= Code == cnAnd ? csAnd : csOr;
+            Push(Code);
             NextToken();
         } else if (TokenIs("(")) {
             if (Open == MaxNesting) {
@@ -651,6 +687,7 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
             }
             ++Open;
             Pending.push_back(cnOpen);
+            Scratch.Seen.push_back(0);
             NextToken();
         } else if (TokenIs(")")) {
             while (!Pending.empty() && Pending.back() != cnOpen) {
@@ -663,13 +700,18 @@ void TZvSelectParser::DoParseCriterions(TZvCriterions& Target) {
             }
             --Open;
             Pending.pop_back();
+            Scratch.Seen.pop_back();
             NextToken();
         } else if (StartsCondition()) {
-            std::unique_ptr<TZvCriterion> Leaf(static_cast<TZvCriterion*>(Target.MakeItem().release()));
+            TLeaf Leaf{nullptr, LikelyNested(Scratch)};
+            if (Leaf.Plain)
+                Leaf.Item = std::make_unique<TZvCriterion>();
+            else
+                Leaf.Item.reset(static_cast<TZvCriterion*>(Target.MakeItem().release()));
             if (OperatorList.Count() > 0)
-                Leaf->SetOperatorCaption(OperatorList.Items(0)->GetCaption());
-            Leaf->SetParser(this);
-            ParseCriterion(*Leaf);
+                Leaf.Item->SetOperatorCaption(OperatorList.Items(0)->GetCaption());
+            Leaf.Item->SetParser(this);
+            ParseCriterion(*Leaf.Item);
             if (State == ssError)
                 return;
             Postfix.push_back({false, static_cast<int>(Scratch.Leaves.size())});
@@ -770,27 +812,35 @@ const TZvOperator* TZvSelectParser::ReadCriterionOperator() {
     TOperatorReach Reach = OperatorReach(S.Token);
     if (!Reach.Begins)
         return nullptr;
-    std::string Words = S.Token;
-    // The next token is looked at only while some operator's name goes on after the words read
-    // (IS, NOT): a look ahead costs a token read, and most operators are one word.
-    while (Reach.GoesOn) {
-        S.GetTokenPlus();
-        if (S.TokenPlus.empty())
-            break;
-        std::string Longer = Words + " " + S.TokenPlus;
-        const TOperatorReach LongerReach = OperatorReach(Longer);
-        if (!LongerReach.Begins)
-            break;
-        NextToken();
-        Words = std::move(Longer);
-        Reach = LongerReach;
-    }
+    if (Reach.GoesOn)
+        Reach = ReadLongerOperator(Reach);
     if (Reach.Exact == nullptr) {
         Fail();
         return nullptr;
     }
     NextToken();
     return Reach.Exact;
+}
+
+// The words of an operator name that goes on after the current token (IS, NOT): the next token
+// is looked at only while some name goes on after the words read, as a look ahead costs a token
+// read. Returns the reach of the longest run of words that begins a name; its last word is current.
+TZvSelectParser::TOperatorReach TZvSelectParser::ReadLongerOperator(TOperatorReach Reach) {
+    TZvSQLScanner& S = GetScanner();
+    std::string Words = S.Token;
+    while (Reach.GoesOn) {
+        S.GetTokenPlus();
+        if (S.TokenPlus.empty())
+            break;
+        Words += ' ';
+        Words += S.TokenPlus;
+        const TOperatorReach LongerReach = OperatorReach(Words);
+        if (!LongerReach.Begins)
+            break;
+        NextToken();
+        Reach = LongerReach;
+    }
+    return Reach;
 }
 
 void TZvSelectParser::ReadRightOperands(TZvCriterion& Criterion, const TZvOperator& Operator) {

@@ -3,6 +3,7 @@
 #include "ZvSelectParser.h"
 
 #include <optional>
+#include <utility>
 
 #include "ZvErrors.h"
 #include "ZvJoinDefs.h"
@@ -37,18 +38,34 @@ bool WritesOperand(const TZvFunctionDef& Operand, const TZvTableDef* Table) {
     return !Operand.GetScript().empty();
 }
 
+// Whether a join of the statement aims at a table named A or B, compared without regard to case
+// (a superset of what either case rule matches). Walked only for a few tables: the answer lets a
+// FROM entry skip reference updates that it would find nothing to update with.
+constexpr int FewTables = 16;
+bool AnyJoinAimsAt(const TZvTableDefs& Tables, std::string_view A, std::string_view B) {
+    for (int T = 0; T < Tables.Count(); ++T) {
+        const TZvJoinDefs* Joins = Tables.Items(T)->FindJoinDefs();
+        for (int J = 0; Joins != nullptr && J < Joins->Count(); ++J) {
+            const std::string& Target = Joins->Items(J)->GetTableAlias();
+            if (SameText(Target, A) || SameText(Target, B))
+                return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 bool TZvSelectParser::IsJoinDef(std::string_view Token) {
-    // Every word that starts a join has four or five letters and begins with I, L, R, F or J; no
-    // other token is compared word by word.
-    constexpr std::string_view Initials = "ILRFJ";
-    if ((Token.size() != 4 && Token.size() != 5) ||
-        Initials.find(UpCase(Token.front())) == std::string_view::npos)
+    // Each word that starts a join has an initial of its own, so a token is compared with the one
+    // word its initial names, if any.
+    static constexpr std::string_view Words[] = {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"};
+    if (Token.empty())
         return false;
-    for (std::string_view Word : {"INNER", "LEFT", "RIGHT", "FULL", "JOIN"}) {
-        if (SameText(Token, Word))
-            return true;
+    const char Initial = UpCase(Token.front());
+    for (const std::string_view Word : Words) {
+        if (Word.front() == Initial)
+            return SameText(Token, Word);
     }
     return false;
 }
@@ -143,13 +160,13 @@ void TZvSelectParser::DoParseTableDef() {
     if (TokenIs("AS"))
         NextToken();
     // Without an alias, the entry is named by its name.
-    std::string Alias = Name;
-    if (TokenHas(tkIdent) && !IsCrossJoinAhead()) {
-        if (GetScanner().Token.empty()) {
-            Fail();
-            return;
-        }
-        Alias = TokenAlias();
+    const bool Aliased = TokenHas(tkIdent) && !IsCrossJoinAhead();
+    if (Aliased && GetScanner().Token.empty()) {
+        Fail();
+        return;
+    }
+    const std::string Alias = Aliased ? TokenAlias() : Name;
+    if (Aliased) {
         NextToken();
         if (Procedure)
             Procedure->SetAlias(Alias);
@@ -180,9 +197,14 @@ void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& 
             for (int I = 0; I < NewFields.Count(); ++I)
                 Fields.Add()->Assign(*NewFields.Items(I));
         }
-        Table->SetTableType(Procedure != nullptr ? qttStoredProc : qttTable);
-        Table->SetName(Name);
-        Table->SetAlias(Alias);
+        const TZvTableDefType Type = Procedure != nullptr ? qttStoredProc : qttTable;
+        if (RenamesNoReference(*Table, Name)) {
+            Table->Define(Alias, Name, Type);
+        } else {
+            Table->SetTableType(Type);
+            Table->SetName(Name);
+            Table->SetAlias(Alias);
+        }
     } else if (Procedure != nullptr) {
         Table = Tables.Add();
         Table->Assign(*Procedure);
@@ -192,6 +214,16 @@ void TZvSelectParser::MergeTableDef(const std::string& Name, const std::string& 
     }
     LeftHandTable = Table->GetPrefix();
     JoinedTable = Table;
+}
+
+// Whether naming Table Name and then giving it an alias leaves every other part of the statement
+// as it is: no join aims at its present alias or at Name (the two aliases it passes through), and
+// no ORDER BY entry has been read yet. A table first named by a qualified column of the field list
+// is completed so, and then takes its name and alias without the reference updates.
+bool TZvSelectParser::RenamesNoReference(const TZvTableDef& Table, std::string_view Name) {
+    const TZvTableDefs& Tables = GetTableDefs();
+    return Tables.Count() <= FewTables && GetOrderByItems().Count() == 0 &&
+           !AnyJoinAimsAt(Tables, Table.GetAlias(), Name);
 }
 
 // Parameters are literals (kept as values of their type), ":name" references (bound by name,
@@ -244,7 +276,7 @@ void TZvSelectParser::DoParseJoinDef() {
         return;
     TZvTableDefs& Tables = GetTableDefs();
     if (!Continuation) {
-        const std::string Before = LeftHandTable;
+        std::string Before = LeftHandTable;
         if (Tables.FindByAlias(Before) == nullptr || !IsIntersected(GetScanner().TokenKinds, {tkIdent, tkString})) {
             Fail();
             return;
@@ -252,7 +284,7 @@ void TZvSelectParser::DoParseJoinDef() {
         DoParseTableDef();
         if (State == ssError)
             return;
-        LeftHandTable = Before;
+        LeftHandTable = std::move(Before);
         if (!TokenIs("ON")) {
             Fail();
             return;
@@ -392,7 +424,9 @@ void TZvSelectParser::AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, co
         Join->SetRightField(Far.GetScript());
         Join->SetRightConst(true);
     }
-    Join->SetOperator(Operator);
+    // A new join compares with "=" already, which most joins keep.
+    if (Join->GetOperator() != Operator)
+        Join->SetOperator(Operator);
     Join->SetSwapped(Swapped);
     Join->SetPending(true);
     Join->SetKind(LastJoinKind);

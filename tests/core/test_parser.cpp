@@ -301,6 +301,21 @@ TEST(TZvSelectParser, JoinKindsAreReadFromTheirKeywords) {
     EXPECT_EQ(J.Items(3)->GetKind(), zvjInnerJoin);
 }
 
+TEST(TZvSelectParser, JoinWordsAreReadInAnyCaseAndOtherKeywordsStartNoJoin) {
+    Parsed P("select * from a left outer join b on a.x = b.x inner join c on a.x = c.x Full join d on a.x = d.x "
+             "rIGHT join e on a.x = e.x jOiN f on a.x = f.x");
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 5);
+    const TZvJoinKind Kinds[] = {zvjLOuterJoin, zvjInnerJoin, zvjFOuterJoin, zvjROuterJoin, zvjInnerJoin};
+    for (int I = 0; I < 5; ++I)
+        EXPECT_EQ(J.Items(I)->GetKind(), Kinds[I]) << I;
+    // Keywords sharing a join word's initial or length are no join; a longer word is an alias.
+    ExpectError("SELECT * FROM A IN", 1, "IN", 17, 1);
+    ExpectError("SELECT * FROM A LIKE", 1, "LIKE", 17, 1);
+    ExpectError("SELECT * FROM A FROM", 1, "FROM", 17, 1);
+    EXPECT_EQ(Parsed("SELECT * FROM A JOINS").Table(0).GetAlias(), "JOINS");
+}
+
 TEST(TZvSelectParser, ConditionNamingTheRightTableFirstIsSwappedAndMirrored) {
     Parsed P("SELECT * FROM A JOIN B ON B.Y < A.X");
     const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
@@ -321,6 +336,53 @@ TEST(TZvSelectParser, ChainedJoinGoesToTheTableAlreadyInTheFromList) {
     EXPECT_EQ(OnB.Items(0)->GetRightField(), "BID");
     EXPECT_EQ(OnB.Items(0)->GetOperator(), "<=");
     EXPECT_EQ(P.Table(2).GetJoinDefs().Count(), 0);
+}
+
+TEST(TZvSelectParser, AnEntryCompletingATableOfTheFieldListTakesNameAliasAndKind) {
+    Parsed P("SELECT I0.X, C1.Y, P.Z FROM INVOICES I0 JOIN CUSTOMERS C1 ON I0.ID = C1.ID, PROC(7) P");
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetName(), "INVOICES");
+    EXPECT_EQ(P.Table(0).GetAlias(), "I0");
+    EXPECT_EQ(P.Table(1).GetName(), "CUSTOMERS");
+    EXPECT_EQ(P.Table(1).GetAlias(), "C1");
+    EXPECT_EQ(P.Table(2).GetName(), "PROC");
+    EXPECT_EQ(P.Table(2).GetAlias(), "P");
+    EXPECT_EQ(P.Table(2).GetTableType(), qttStoredProc);
+    ASSERT_EQ(P.Table(2).GetFieldDefs().Count(), 2);
+    EXPECT_EQ(P.Table(2).GetFieldDefs().Items(1)->GetName(), "PARAM1");
+    // Found again by the new texts, and no more by the name the field list gave.
+    EXPECT_EQ(P.Tables().FindByName("INVOICES"), &P.Table(0));
+    EXPECT_EQ(P.Tables().FindByAlias("C1"), &P.Table(1));
+    EXPECT_EQ(P.Tables().FindByName("I0"), nullptr);
+    const TZvJoinDefs& J = P.Table(0).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetTableAlias(), "C1");
+}
+
+// A statement of the tables A, C (or BTAB) and BTAB B, whose one join, held by A, is expected to
+// aim at B and to be written as the first FROM entry's chain, followed by Last.
+void ExpectTheJoinToFollowB(const std::string& Sql, const std::string& Last) {
+    Parsed P(Sql);
+    ASSERT_EQ(P.Tables().Count(), 3);
+    EXPECT_EQ(P.Table(0).GetName(), "BTAB");
+    EXPECT_EQ(P.Table(0).GetAlias(), "B");
+    const TZvJoinDefs& J = P.Table(1).GetJoinDefs();
+    ASSERT_EQ(J.Count(), 1);
+    EXPECT_EQ(J.Items(0)->GetTableAlias(), "B");
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT \r\n  B.X\r\nFROM\r\n  A\r\n  INNER JOIN BTAB B ON (A.ID = B.ID),\r\n  " + Last + "\r\n");
+}
+
+TEST(TZvSelectParser, AJoinReadBeforeTheEntryThatCompletesItsTargetStillNamesTheTargetsAlias) {
+    // The condition names the table in another case before its FROM entry: the join follows the
+    // entry's alias as written there.
+    ExpectTheJoinToFollowB("SELECT B.X FROM A INNER JOIN C ON A.ID = b.ID, BTAB B", "C");
+}
+
+TEST(TZvSelectParser, AnEntryTakingTheNameOfAJoinTargetTakesThatJoinAlong) {
+    // The entry's table passes through the alias BTAB on its way to B, and the join aimed at the
+    // other table BTAB goes with it.
+    ExpectTheJoinToFollowB("SELECT B.X FROM A JOIN BTAB ON A.ID = BTAB.ID, BTAB B", "BTAB");
 }
 
 TEST(TZvSelectParser, JoinAgainstAConstantIsInadmissible) {
@@ -510,6 +572,69 @@ TEST(TZvSelectParser, BracketedGroupsOfOneConnectiveJoinTheirMembersInOrder) {
     const char* const Expected[] = {"A = 1", "B = 2", "C = 3", "D = 4", "E = 5", "F = 6"};
     for (int I = 0; I < 6; ++I)
         EXPECT_EQ(Leaf(*W.Items(I)), Expected[I]);
+}
+
+TEST(TZvSelectParser, ANestedConditionKeepsItsOperatorItsOperandsAndTheParser) {
+    Parsed P("SELECT * FROM T WHERE A = 1 AND (UPPER(B) NOT BETWEEN 1 AND 2 OR C IS NOT NULL OR D IN (3, LOWER(E)))");
+    TZvWhereItems& W = P.Where();
+    ASSERT_EQ(W.Count(), 2);
+    const TZvCriterions& Group = W.Items(1)->GetSubItems();
+    ASSERT_EQ(Group.Count(), 3);
+    EXPECT_EQ(Group.GetFilter(), cfAny);
+    EXPECT_EQ(Leaf(*Group.Items(0)), "UPPER NOT BETWEEN 1 2");
+    EXPECT_EQ(Leaf(*Group.Items(1)), "C IS NOT NULL");
+    EXPECT_EQ(Leaf(*Group.Items(2)), "D IN 3 LOWER");
+    for (int I = 0; I < Group.Count(); ++I) {
+        const TZvCriterion& Nested = *Group.Items(I);
+        EXPECT_EQ(typeid(Nested), typeid(TZvCriterion));
+        EXPECT_EQ(Nested.GetIndex(), I);
+        EXPECT_EQ(Nested.GetParser(), &P.Parser);
+        EXPECT_EQ(Nested.GetLeftSide().GetParser(), &P.Parser);
+        EXPECT_EQ(Nested.GetRightSide().GetParser(), &P.Parser);
+        for (int R = 0; R < Nested.GetRightSide().Count(); ++R)
+            EXPECT_EQ(Nested.GetRightSide().Items(R)->GetParser(), &P.Parser);
+    }
+    EXPECT_EQ(Group.Items(0)->GetLeftSide().GetArguments().Items(0)->GetParser(), &P.Parser);
+    EXPECT_EQ(Group.Items(2)->GetRightSide().Items(1)->GetArguments().Items(0)->GetName(), "E");
+    EXPECT_EQ(P.Parser.GetExpression(),
+              "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  (A = 1) AND \r\n  ((UPPER(B) NOT BETWEEN 1 AND 2) OR "
+              "\r\n  (C IS NOT NULL) OR \r\n  (D IN (3,LOWER(E))))\r\n");
+}
+
+// Every condition of List and its groups at any depth, as "class:text" in reading order: W for the
+// WHERE clause's own item class, C for a plain criterion, G for a group.
+std::string ConditionClasses(const TZvCriterions& List) {
+    std::string Text;
+    for (int I = 0; I < List.Count(); ++I) {
+        const TZvCriterion& Item = *List.Items(I);
+        Text += typeid(Item) == typeid(TZvWhereItem) ? "W" : typeid(Item) == typeid(TZvCriterion) ? "C" : "?";
+        if (Item.GetSubItems().Count() > 0)
+            Text += ":G(" + ConditionClasses(Item.GetSubItems()) + ") ";
+        else
+            Text += ":" + Leaf(Item) + " ";
+    }
+    return Text;
+}
+
+TEST(TZvSelectParser, ConditionsLandInTheirListsClassWhereverTheyStand) {
+    const std::pair<const char*, const char*> Cases[] = {
+        {"NOT A = 1", "W:A = 1 "},
+        {"A = 1 AND B = 2 OR C = 3", "W:G(C:A = 1 C:B = 2 ) W:C = 3 "},
+        {"(A = 1 OR B = 2) AND C = 3 AND NOT (D = 4 AND E = 5)",
+         "W:G(C:A = 1 C:B = 2 ) W:C = 3 W:G(C:G(C:D = 4 C:E = 5 ) ) "},
+        {"A = 1 OR (B = 2 AND NOT C = 3) OR D = 4", "W:A = 1 W:G(C:B = 2 C:G(C:C = 3 ) ) W:D = 4 "},
+    };
+    for (const auto& [Condition, Expected] : Cases) {
+        Parsed P(std::string("SELECT * FROM T WHERE ") + Condition);
+        EXPECT_EQ(ConditionClasses(P.Where()), Expected) << Condition;
+    }
+    Parsed Negated("SELECT * FROM T WHERE NOT A = 1");
+    EXPECT_EQ(Negated.Where().GetFilter(), cfNot);
+    EXPECT_EQ(Negated.Parser.GetExpression(), "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  NOT (A = 1)\r\n");
+    Parsed Mixed("SELECT * FROM T WHERE (A = 1 OR B = 2) AND C = 3 AND NOT (D = 4 AND E = 5)");
+    EXPECT_EQ(Mixed.Parser.GetExpression(),
+              "SELECT *\r\nFROM\r\n  T\r\nWHERE\r\n  ((A = 1) OR \r\n  (B = 2)) AND \r\n  (C = 3) AND \r\n"
+              "  (NOT ((D = 4) AND \r\n  (E = 5)))\r\n");
 }
 
 TEST(TZvSelectParser, AConditionIsReadAloneAfterOthersAndAfterAFailedOne) {
