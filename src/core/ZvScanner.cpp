@@ -1,6 +1,7 @@
 // The scanner: character cursor, token reader, word lists and name quoting.
 #include "ZvScanner.h"
 
+#include <bit>
 #include <cstring>
 #include <typeinfo>
 
@@ -1314,7 +1315,8 @@ inline bool TZvSQLScanner::NameStaysRemembered(std::string_view S) {
     std::uint64_t Head;
     std::uint64_t Tail;
     NameKey(S, Head, Tail);
-    TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> 58];
+    constexpr int SlotBits = std::countr_zero(std::tuple_size_v<decltype(NameDecisions)>);
+    TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> (64 - SlotBits)];
     if (Slot.Size != S.size() || Slot.Head != Head || Slot.Tail != Tail)
         Slot = {Head, Tail, static_cast<std::uint8_t>(S.size()), NameStaysAsItIs(S)};
     return Slot.Stays;

@@ -410,7 +410,7 @@ private:
         std::uint8_t Size = 0;  // 0 in an unused slot
         bool Stays = false;
     };
-    std::array<TNameDecision, 64> NameDecisions{};
+    std::array<TNameDecision, 512> NameDecisions{};
     std::array<bool, 256> FoldedNameStart{};  // the character's folded case begins a name
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;
