@@ -1349,6 +1349,17 @@ void TZvSQLScanner::AppendName(std::string& Out, std::string_view S) {
         Out += QuoteEachPart(*this, S);
 }
 
+// Where the quoting is this class's, a part without a "." that does not open with an identifier
+// quote is one that QuoteName neither unquotes nor splits, and the tests that decide whether
+// ProcessName quotes it are then the very ones QuoteName applies: AppendName writes it, from its
+// remembered decision, as QuoteName would.
+void TZvSQLScanner::AppendQuotedName(std::string& Out, std::string_view S) {
+    if (!S.empty() && QuotesNamesAsBase() && S.find('.') == std::string_view::npos && !IsIdentQuote(S.front()))
+        AppendName(Out, S);
+    else
+        Out += QuoteName(S);
+}
+
 std::string TZvSQLScanner::GetFormatTokenIdent(std::string_view S, bool Quoted) {
     if (!GetQuoteIdentifiers() || !Quoted || S.size() <= 1 || S.find('.') == std::string_view::npos)
         return std::string(S);

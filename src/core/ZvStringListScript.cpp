@@ -45,7 +45,7 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     Scanner.AppendName(Out, Table);
     if (Out.size() != Mark)
         Out += '.';
-    Out += Scanner.QuoteName(Column);
+    Scanner.AppendQuotedName(Out, Column);
     return true;
 }
 
