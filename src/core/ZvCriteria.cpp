@@ -139,11 +139,11 @@ void TZvCriterion::WriteName(std::string& Out, std::string_view S) const {
     const bool HasTable = !IsBlankText(Table);
     const bool HasColumn = !IsBlankText(Column);
     if (HasTable && HasColumn) {
-        AppendName(Out, Table);
+        Scanner->AppendName(Out, Table);
         Out += '.';
-        AppendName(Out, Column);
+        Scanner->AppendName(Out, Column);
     } else {
-        AppendName(Out, HasTable ? Table : HasColumn ? Column : S);
+        Scanner->AppendName(Out, HasTable ? Table : HasColumn ? Column : S);
     }
 }
 

@@ -151,20 +151,20 @@ void TZvFunctionDef::WriteIdentifierScript(std::string& Out) const {
     }
     // The qualifier and its "." are written only when its text comes out non-empty.
     const std::size_t Mark = Out.size();
+    TZvSQLScanner* Scanner = GetScanner();
     if (const TZvTableDef* Table = Node ? Node->AsTableDef() : nullptr) {
         const std::string& Qualifier = Table->GetPrefix();
-        TZvSQLScanner* Scanner = GetScanner();
         if (!Qualifier.empty() && Scanner && (Scanner->GetProcessAliases() || Qualifier == Table->GetName()))
-            AppendName(Out, Qualifier);
+            Scanner->AppendName(Out, Qualifier);
         else
             Out += Qualifier;
     }
     if (Out.size() != Mark)
         Out += '.';
-    if (Name == "*")
+    if (!Scanner || Name == "*")
         Out += Name;
     else
-        AppendName(Out, Name);
+        Scanner->AppendName(Out, Name);
 }
 
 void TZvFunctionDef::WriteStringScript(std::string& Out) const {
@@ -277,8 +277,7 @@ void TZvFieldDef::WriteScript(std::string& Out) const {
     TZvFunctionDef::WriteScript(Out);
     if (!Alias.empty() && Alias != GetName()) {
         Out += ' ';
-        AppendKeyword(Out, GetParser(), "AS");
-        Out += ' ';
+        AppendKeyword(Out, GetParser(), "AS ");
         AppendAlias(Out, Alias);
     }
 }

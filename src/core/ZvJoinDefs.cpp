@@ -14,7 +14,8 @@ namespace zv {
 
 namespace {
 
-constexpr const char* JoinKindWords[] = {"INNER", "LEFT OUTER", "RIGHT OUTER", "FULL OUTER"};
+// With the blank that follows them: casing leaves a blank as it is, and one append is cheaper than two.
+constexpr std::string_view JoinKindWords[] = {"INNER ", "LEFT OUTER ", "RIGHT OUTER ", "FULL OUTER "};
 
 bool IsKnownKind(TZvJoinKind Kind) {
     return Kind <= zvjFOuterJoin;
@@ -50,6 +51,127 @@ void WriteTarget(std::string& Out, const TZvTableDef& Target) {
         Out += ' ';
         Target.AppendAlias(Out, Target.GetAlias());
     }
+}
+
+// The two tables a join's own text names. Target is null for a join whose table stands in no
+// statement: the join's own texts stand in for it.
+struct TJoinEnds {
+    const TZvTableDef* Owner;
+    const TZvTableDef* Target;
+};
+
+// The qualifier of one side of Join's own text appended to Out: the owner's, or the target's
+// (named by its name where its alias is none or the same).
+void AppendSideQualifier(std::string& Out, const TZvJoinDef& Join, const TJoinEnds& Ends, bool Left) {
+    if (Left)
+        AppendQualifier(Out, *Ends.Owner, Ends.Owner->GetAlias().empty());
+    else if (Ends.Target)
+        AppendQualifier(Out, *Ends.Target,
+                        Ends.Target->GetAlias().empty() || Ends.Target->GetAlias() == Ends.Target->GetName());
+    else
+        Join.AppendName(Out, Join.GetTableAlias());
+}
+
+// The column of one side of Join's own text appended to Out.
+void AppendSideColumn(std::string& Out, const TZvJoinDef& Join, const TJoinEnds& Ends, bool Left) {
+    if (Left)
+        AppendJoinColumn(Out, *Ends.Owner, Join.GetLeftField());
+    else if (Ends.Target)
+        AppendJoinColumn(Out, *Ends.Target, Join.GetRightField());
+    else
+        Join.AppendName(Out, Join.GetRightField());
+}
+
+// True when both qualifiers of Join's own text come out non-empty: a join that cannot name one of
+// its tables writes nothing. Tried at the end of Out, which is left as it was.
+bool QualifiersNonEmpty(std::string& Out, const TZvJoinDef& Join, const TJoinEnds& Ends) {
+    const std::size_t Mark = Out.size();
+    for (const bool Left : {true, false}) {
+        AppendSideQualifier(Out, Join, Ends, Left);
+        const bool Empty = Out.size() == Mark;
+        Out.resize(Mark);
+        if (Empty)
+            return false;
+    }
+    return true;
+}
+
+// "Qualifier.Column" of one side of Join's own text appended to Out; false when the qualifier
+// comes out empty (what was appended is then left for the caller to take back).
+bool AppendQualifiedSide(std::string& Out, const TZvJoinDef& Join, const TJoinEnds& Ends, bool Left) {
+    const std::size_t Mark = Out.size();
+    AppendSideQualifier(Out, Join, Ends, Left);
+    if (Out.size() == Mark)
+        return false;
+    Out += '.';
+    AppendSideColumn(Out, Join, Ends, Left);
+    return true;
+}
+
+// The tables Join's own text names; false when it writes none: a part is missing, the kind is not
+// one of the four, or the target is no table of the statement (by alias, else by name).
+bool FindEnds(const TZvJoinDef& Join, TJoinEnds& Ends) {
+    Ends = {Join.GetTableDef(), nullptr};
+    if (!Ends.Owner || Join.GetLeftField().empty() || IsBlankText(Join.GetRightField()) ||
+        Join.GetTableAlias().empty() || !IsKnownKind(Join.GetKind()))
+        return false;
+    const TZvTableDefs* Tables = Ends.Owner->GetTableDefs();
+    if (!Tables)
+        return true;
+    Ends.Target = Tables->FindByAlias(Join.GetTableAlias());
+    if (!Ends.Target)
+        Ends.Target = Tables->FindByName(Join.GetTableAlias());
+    return Ends.Target != nullptr;
+}
+
+// The bracketed condition "(left op right)", each column side appended by WriteColumn(Left), which
+// answers false when that side cannot be written (the condition is then left unfinished). Where
+// Consts (the dialect writes constants into joins and an operand is one), that operand is written
+// as it stands and Swapped puts the operands back in the order they were read; a column-to-column
+// join is always written from the owning table's side.
+template <class TWriteColumn>
+bool WriteCondition(std::string& Out, const TZvJoinDef& Join, bool Consts, TWriteColumn&& WriteColumn) {
+    auto WriteSide = [&](bool Left) {
+        if (!Consts || !(Left ? Join.GetLeftConst() : Join.GetRightConst()))
+            return WriteColumn(Left);
+        Out += Left ? Join.GetLeftField() : Join.GetRightField();
+        return true;
+    };
+    const bool Swap = Consts && Join.GetSwapped();
+    Out += '(';
+    if (!WriteSide(!Swap))
+        return false;
+    Out += ' ';
+    Out += Join.GetOperator();
+    Out += ' ';
+    if (!WriteSide(Swap))
+        return false;
+    Out += ')';
+    return true;
+}
+
+// "KIND JOIN target ON (left op right)" appended to Out; false, with the text left unfinished,
+// when a qualifier comes out empty.
+bool WriteOwnText(std::string& Out, const TZvJoinDef& Join, const TJoinEnds& Ends) {
+    TZvSelectParser* Parser = Join.GetParser();
+    AppendKeyword(Out, Parser, JoinKindWords[Join.GetKind()]);
+    AppendKeyword(Out, Parser, "JOIN ");
+    if (Ends.Target)
+        WriteTarget(Out, *Ends.Target);
+    else
+        Join.AppendName(Out, Join.GetTableAlias());
+    const bool UseCondition = Join.GetUseCondition();
+    const bool Consts = UseCondition && Join.IsConstCondition();
+    // Both tables must be nameable even where a qualifier is not written: without a condition, or
+    // on the side of a constant.
+    if ((!UseCondition || Consts) && !QualifiersNonEmpty(Out, Join, Ends))
+        return false;
+    if (!UseCondition)
+        return true;
+    Out += ' ';
+    AppendKeyword(Out, Parser, "ON ");
+    return WriteCondition(Out, Join, Consts,
+                          [&](bool Left) { return AppendQualifiedSide(Out, Join, Ends, Left); });
 }
 
 } // namespace
@@ -110,28 +232,21 @@ bool TZvJoinDef::IsConstCondition() const {
     return Parser && Parser->IsConstInJoin() && (LeftConst || RightConst);
 }
 
-void TZvJoinDef::WriteConditionScript(std::string& Out, std::string_view LeftQualifier,
-                                      std::string_view LeftColumn, std::string_view RightQualifier,
-                                      std::string_view RightColumn) const {
-    // Only a condition against a constant honours Swapped: a column-to-column join is always
-    // written from the owning table's side.
-    const bool Consts = IsConstCondition();
-    auto WriteSide = [&](bool Left) {
-        if (Consts && (Left ? LeftConst : RightConst))
-            Out += Left ? LeftField : RightField;
-        else if (Left)
-            AppendQualifiedColumn(Out, LeftQualifier, LeftColumn);
-        else
-            AppendQualifiedColumn(Out, RightQualifier, RightColumn);
-    };
-    const bool Swap = Consts && Swapped;
-    Out += '(';
-    WriteSide(!Swap);
-    Out += ' ';
-    Out += Operator;
-    Out += ' ';
-    WriteSide(Swap);
-    Out += ')';
+void TZvJoinDef::WriteMergedCondition(std::string& Out) const {
+    const TZvTableDef* Owner = GetTableDef();
+    WriteCondition(Out, *this, IsConstCondition(), [&](bool Left) {
+        const std::size_t Mark = Out.size();
+        AppendName(Out, Left ? (Owner ? std::string_view(Owner->GetAlias()) : std::string_view()) : TableAlias);
+        if (Out.size() != Mark)
+            Out += '.';
+        AppendName(Out, Left ? LeftField : RightField);
+        return true;
+    });
+}
+
+bool TZvJoinDef::WritesText(std::string& Scratch) const {
+    TJoinEnds Ends{};
+    return FindEnds(*this, Ends) && QualifiersNonEmpty(Scratch, *this, Ends);
 }
 
 std::string TZvJoinDef::GetScript() const {
@@ -141,48 +256,12 @@ std::string TZvJoinDef::GetScript() const {
 }
 
 void TZvJoinDef::WriteScript(std::string& Out) const {
-    const TZvTableDef* Owner = GetTableDef();
-    if (!Owner || LeftField.empty() || IsBlankText(RightField) || TableAlias.empty() || !IsKnownKind(Kind))
+    TJoinEnds Ends{};
+    if (!FindEnds(*this, Ends))
         return;
-    const TZvTableDef* Found = nullptr;
-    std::string RightQualifier;
-    if (const TZvTableDefs* Tables = Owner->GetTableDefs()) {
-        Found = Tables->FindByAlias(TableAlias);
-        if (!Found)
-            Found = Tables->FindByName(TableAlias);
-        if (!Found)
-            return;
-        AppendQualifier(RightQualifier, *Found, Found->GetAlias().empty() || Found->GetAlias() == Found->GetName());
-    } else {
-        // A table outside a statement knows no other table: the join's own texts stand in.
-        AppendName(RightQualifier, TableAlias);
-    }
-    std::string LeftQualifier;
-    AppendQualifier(LeftQualifier, *Owner, Owner->GetAlias().empty());
-    if (LeftQualifier.empty() || RightQualifier.empty())
-        return;
-    TZvSelectParser* Parser = GetParser();
-    AppendKeyword(Out, Parser, JoinKindWords[Kind]);
-    Out += ' ';
-    AppendKeyword(Out, Parser, "JOIN");
-    Out += ' ';
-    if (Found)
-        WriteTarget(Out, *Found);
-    else
-        Out += RightQualifier;
-    if (!GetUseCondition())
-        return;
-    Out += ' ';
-    AppendKeyword(Out, Parser, "ON");
-    Out += ' ';
-    std::string LeftColumn;
-    AppendJoinColumn(LeftColumn, *Owner, LeftField);
-    std::string RightColumn;
-    if (Found)
-        AppendJoinColumn(RightColumn, *Found, RightField);
-    else
-        AppendName(RightColumn, RightField);
-    WriteConditionScript(Out, LeftQualifier, LeftColumn, RightQualifier, RightColumn);
+    const std::size_t Mark = Out.size();
+    if (!WriteOwnText(Out, *this, Ends))
+        Out.resize(Mark);
 }
 
 std::size_t TZvJoinDef::WriteLine(std::string& Out) const {

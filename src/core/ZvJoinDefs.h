@@ -52,11 +52,15 @@ public:
     // The join on a line of its own ("\r\n  " and its text) appended to Out: where its text
     // begins, or npos with Out as it was when the join writes no text (it is incomplete).
     std::size_t WriteLine(std::string& Out) const;
-    // The bracketed condition "(left op right)" from the two qualifier/column pairs. Where the
-    // dialect writes constants into joins and an operand is one, that operand is written as it
-    // stands and Swapped puts the operands back in the order they were read. Appended to Out.
-    void WriteConditionScript(std::string& Out, std::string_view LeftQualifier, std::string_view LeftColumn,
-                              std::string_view RightQualifier, std::string_view RightColumn) const;
+    // The bracketed condition "(left op right)" as it is merged into the line of an earlier join
+    // between the same two tables: qualifiers are the owning table's alias and TableAlias, each
+    // part through ProcessName, and a qualifier that comes out empty is left out with its ".".
+    // Where the dialect writes constants into joins and an operand is one, that operand is written
+    // as it stands and Swapped puts the operands back in the order they were read. Appended to Out.
+    void WriteMergedCondition(std::string& Out) const;
+    // True when this class's WriteScript writes any text, told from the join's parts without
+    // writing it; Scratch (the text being written) may be tried at its end and is left as it was.
+    bool WritesText(std::string& Scratch) const;
     // True when the parser's dialect writes constants into joins and an operand of this join is one.
     bool IsConstCondition() const;
 

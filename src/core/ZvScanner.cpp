@@ -1,6 +1,7 @@
 // The scanner: character cursor, token reader, word lists and name quoting.
 #include "ZvScanner.h"
 
+#include <bit>
 #include <cstring>
 #include <typeinfo>
 
@@ -1314,7 +1315,8 @@ inline bool TZvSQLScanner::NameStaysRemembered(std::string_view S) {
     std::uint64_t Head;
     std::uint64_t Tail;
     NameKey(S, Head, Tail);
-    TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> 58];
+    constexpr int SlotBits = std::countr_zero(std::tuple_size_v<decltype(NameDecisions)>);
+    TNameDecision& Slot = NameDecisions[((Head ^ (Tail >> 7) ^ Tail) * 0x9E3779B97F4A7C15ULL) >> (64 - SlotBits)];
     if (Slot.Size != S.size() || Slot.Head != Head || Slot.Tail != Tail)
         Slot = {Head, Tail, static_cast<std::uint8_t>(S.size()), NameStaysAsItIs(S)};
     return Slot.Stays;
@@ -1345,6 +1347,17 @@ void TZvSQLScanner::AppendName(std::string& Out, std::string_view S) {
         AppendQuotedString(Out, S, GetIdentQuote(), GetQuotePair(GetIdentQuote()));
     else
         Out += QuoteEachPart(*this, S);
+}
+
+// Where the quoting is this class's, a part without a "." that does not open with an identifier
+// quote is one that QuoteName neither unquotes nor splits, and the tests that decide whether
+// ProcessName quotes it are then the very ones QuoteName applies: AppendName writes it, from its
+// remembered decision, as QuoteName would.
+void TZvSQLScanner::AppendQuotedName(std::string& Out, std::string_view S) {
+    if (!S.empty() && QuotesNamesAsBase() && S.find('.') == std::string_view::npos && !IsIdentQuote(S.front()))
+        AppendName(Out, S);
+    else
+        Out += QuoteName(S);
 }
 
 std::string TZvSQLScanner::GetFormatTokenIdent(std::string_view S, bool Quoted) {

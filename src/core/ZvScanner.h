@@ -193,6 +193,9 @@ public:
     void AppendName(std::string& Out, std::string_view S);
     // Quotes one name part when it needs it (after stripping the quotes it had).
     virtual std::string QuoteName(std::string_view S);
+    // Appends QuoteName(S) to Out: the part itself, with no string in between, when it is certain
+    // that QuoteName would leave it unchanged.
+    void AppendQuotedName(std::string& Out, std::string_view S);
     // A string literal: S as it stands when already quoted, else quoted with inner quotes doubled.
     virtual std::string QuoteStr(std::string_view S);
     virtual bool IsIdentQuote(char C);
@@ -410,7 +413,7 @@ private:
         std::uint8_t Size = 0;  // 0 in an unused slot
         bool Stays = false;
     };
-    std::array<TNameDecision, 64> NameDecisions{};
+    std::array<TNameDecision, 512> NameDecisions{};
     std::array<bool, 256> FoldedNameStart{};  // the character's folded case begins a name
     bool PlainLineEnd = true;  // CR LF is a line end, not the start of an operator
     bool Defined = false;

@@ -36,9 +36,8 @@ std::string FormatCase(std::string_view S, TZvFormatMode Mode);
 void AppendCase(std::string& Out, std::string_view S, TZvFormatMode Mode);
 
 class TZvSelectParser;
-// Word appended to Out in the parser's case for keywords, or for function names; as it stands
-// without a parser. The writers' counterparts of ProcessKeyword and ProcessFunction.
-void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word);
+// Name appended to Out in the parser's case for function names; as it stands without a parser.
+// The writers' counterpart of ProcessFunction (AppendKeyword, for keywords, is in ZvSelectParser.h).
 void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_view Name);
 
 } // namespace zv

@@ -364,4 +364,15 @@ private:
     std::unique_ptr<TCriterionScratch, TCriterionScratchDeleter> CriterionScratch;
 };
 
+// Word appended to Out in the parser's case for keywords; as it stands without a parser. The
+// writers' counterpart of ProcessKeyword. Inline: a statement writes some twenty keywords, and
+// the common setting (as they stand) is one append and no casing pass.
+inline void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word) {
+    const TZvFormatMode Mode = Parser ? Parser->GetScriptFormat().GetKeywordsFormat() : qfmAsIs;
+    if (Mode == qfmAsIs)
+        Out.append(Word);
+    else
+        AppendCase(Out, Word, Mode);
+}
+
 } // namespace zv

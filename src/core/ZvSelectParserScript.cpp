@@ -9,16 +9,6 @@
 
 namespace zv {
 
-// Keywords are written as they stand unless the user asked for a case: that common setting costs
-// one append and no casing pass.
-void AppendKeyword(std::string& Out, TZvSelectParser* Parser, std::string_view Word) {
-    const TZvFormatMode Mode = Parser ? Parser->GetScriptFormat().GetKeywordsFormat() : qfmAsIs;
-    if (Mode == qfmAsIs)
-        Out += Word;
-    else
-        AppendCase(Out, Word, Mode);
-}
-
 void AppendFunctionName(std::string& Out, TZvSelectParser* Parser, std::string_view Name) {
     if (Parser)
         AppendCase(Out, Name, Parser->GetScriptFormat().GetFunctionsFormat());

@@ -13,12 +13,11 @@ namespace zv {
 
 namespace {
 
-// "KEYWORD BY" with the line break and indent before the first entry.
+// "KEYWORD BY" with the line break and indent before the first entry. Keyword comes with its
+// blank, and "BY" with the break: casing leaves both as they are.
 void WriteClauseHead(std::string& Out, TZvSelectParser* Parser, std::string_view Keyword) {
     AppendKeyword(Out, Parser, Keyword);
-    Out += ' ';
-    AppendKeyword(Out, Parser, "BY");
-    Out += "\r\n  ";
+    AppendKeyword(Out, Parser, "BY\r\n  ");
 }
 
 // What goes between entries, and after the last one.
@@ -46,7 +45,7 @@ bool WriteTableColumn(std::string& Out, TZvSelectParser* Parser, std::string_vie
     Scanner.AppendName(Out, Table);
     if (Out.size() != Mark)
         Out += '.';
-    Out += Scanner.QuoteName(Column);
+    Scanner.AppendQuotedName(Out, Column);
     return true;
 }
 
@@ -103,7 +102,7 @@ void TZvGroupByItems::WriteScript(std::string& Out) {
         Regroup(*this, *Owner);
     if (Count() == 0)
         return;
-    WriteClauseHead(Out, Owner, "GROUP");
+    WriteClauseHead(Out, Owner, "GROUP ");
     for (int I = 0; I < Count(); ++I) {
         if (!WriteTableColumn(Out, Owner, Get(I)))
             AppendName(Out, Get(I));
@@ -121,7 +120,7 @@ void TZvOrderByItems::WriteScript(std::string& Out) const {
     if (Count() == 0)
         return;
     TZvSelectParser* Owner = GetParser();
-    WriteClauseHead(Out, Owner, "ORDER");
+    WriteClauseHead(Out, Owner, "ORDER ");
     for (int I = 0; I < Count(); ++I) {
         // Output aliases of computed columns pass here, quoted only where aliases are.
         if (!WriteTableColumn(Out, Owner, Get(I)))

@@ -6,7 +6,10 @@
 #include "ZvSelectParser.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory_resource>
 #include <string_view>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -21,20 +24,28 @@ struct TJoinSpan {
     std::size_t Start;
     std::size_t End;
 };
-using TJoinSpans = std::vector<TJoinSpan>;
+using TJoinSpans = std::pmr::vector<TJoinSpan>;
 
-// The condition of a further join between two tables that already have a line. Qualifiers pass
-// through ProcessName here, not as aliases as in the join's own text; that is intended, and it is
-// why a condition already written by the join's own text may be appended once more.
-void WriteMergedCondition(std::string& Out, const TZvJoinDef& Join) {
-    const TZvTableDef* Owner = Join.GetTableDef();
-    Join.WriteConditionScript(Out, Join.ProcessName(Owner ? Owner->GetAlias() : std::string()),
-                              Join.ProcessName(Join.GetLeftField()), Join.ProcessName(Join.GetTableAlias()),
-                              Join.ProcessName(Join.GetRightField()));
-}
+// Room for the lines of a FROM entry's chain on the stack: most entries join one to four tables,
+// and a heap block per written entry was a good part of writing its chain. Longer chains spill
+// to the heap.
+class TJoinSpanRoom {
+public:
+    TJoinSpanRoom() : Spans(&Room) { Spans.reserve(InPlace); }
+    TJoinSpans& Get() { return Spans; }
 
-// Does Join write any text of its own? Tried at the end of Out, which is left as it was.
-bool WritesText(const TZvJoinDef& Join, std::string& Out) {
+private:
+    static constexpr std::size_t InPlace = 8;
+    alignas(TJoinSpan) std::byte Buffer[InPlace * sizeof(TJoinSpan)];
+    std::pmr::monotonic_buffer_resource Room{Buffer, sizeof Buffer};
+    TJoinSpans Spans;
+};
+
+// Does Join write any text of its own? A join of the base class tells from its parts; the text of
+// a class with a WriteScript of its own is tried at the end of Out, which is left as it was.
+bool JoinWritesText(const TZvJoinDef& Join, std::string& Out) {
+    if (typeid(Join) == typeid(TZvJoinDef))
+        return Join.WritesText(Out);
     const std::size_t Mark = Out.size();
     Join.WriteScript(Out);
     const bool Written = Out.size() != Mark;
@@ -49,13 +60,16 @@ bool MergeIntoLine(TJoinSpans& Spans, std::size_t Line, const TZvJoinDef& Join, 
     const std::size_t Mark = Out.size();
     Out += " AND \r\n    ";
     const std::size_t Condition = Out.size();
-    WriteMergedCondition(Out, Join);
+    // Qualifiers pass through ProcessName here, not as aliases as in the join's own text; that is
+    // intended, and it is why a condition already written by the join's own text may be appended
+    // once more.
+    Join.WriteMergedCondition(Out);
     TJoinSpan& Span = Spans[Line];
     const std::string_view Text(Out.data() + Span.Start, Span.End - Span.Start);
     // Already on the line: this is where a chain that comes back to a table stops. Tried before
     // the join's own text, which costs more and only matters when the condition is new.
     if (Text.find(std::string_view(Out.data() + Condition, Out.size() - Condition)) != std::string_view::npos ||
-        !WritesText(Join, Out)) {
+        !JoinWritesText(Join, Out)) {
         Out.resize(Mark);
         return false;
     }
@@ -159,15 +173,16 @@ void TZvTableDef::WriteScript(std::string& Out) const {
     if ((Parser && Parser->IsOracleJoins()) || !GetTableDefs())
         return;
     if (const TZvJoinDefs* Joins = FindJoinDefs()) {
-        TJoinSpans Spans;
-        WriteJoinChain(*this, *Joins, Spans, Out);
+        TJoinSpanRoom Spans;
+        WriteJoinChain(*this, *Joins, Spans.Get(), Out);
     }
 }
 
 void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const {
     std::string Text;
-    TJoinSpans Spans;
-    WriteJoinChain(*this, Joins, Spans, Text);
+    TJoinSpanRoom Room;
+    const TJoinSpans& Spans = Room.Get();
+    WriteJoinChain(*this, Joins, Room.Get(), Text);
     for (const TJoinSpan& Span : Spans)
         Lines.push_back({Text.substr(Span.Start, Span.End - Span.Start), Span.Target});
 }

@@ -122,6 +122,21 @@ const char* const QuotedNameCases[] = {
     "1abc", "-x", "a b c", " lead", "trail ", "a\tb", "caf\xC3\xA9 au lait", "a'b c", "*x", "a*",
 };
 
+// One name part appended as QuoteName of a scanner that answers every test itself writes it, the
+// second time too (after its decision was remembered by AppendName or by the first append).
+template <class TScanner>
+void ExpectQuotedPartAsQuoteName(TScanner& Declared, TUndeclared<TScanner>& Undeclared, std::string_view Word,
+                                 const char* Name) {
+    for (int Round = 0; Round < 2; ++Round) {
+        std::string Text = "x.";
+        Declared.AppendQuotedName(Text, Word);
+        EXPECT_EQ(Text, "x." + Undeclared.QuoteName(Word)) << Name << ": '" << Word << "'";
+        std::string Slow = "x.";
+        Undeclared.AppendQuotedName(Slow, Word);
+        EXPECT_EQ(Slow, Text) << Name << ": '" << Word << "'";
+    }
+}
+
 template <class TScanner>
 void ExpectQuotedNamesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undeclared, const char* Name) {
     for (const char* Word : QuotedNameCases) {
@@ -131,6 +146,7 @@ void ExpectQuotedNamesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Unde
             EXPECT_EQ(DeclaredText, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
         }
         EXPECT_EQ(Declared.ProcessName(Word), Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
+        ExpectQuotedPartAsQuoteName(Declared, Undeclared, Word, Name);
     }
 }
 
@@ -158,6 +174,7 @@ void ExpectWordRulesAsTheTests(TScanner& Declared, TUndeclared<TScanner>& Undecl
             Undeclared.AppendName(UndeclaredText, Word);
             EXPECT_EQ(DeclaredText, "x." + Undeclared.ProcessName(Word)) << Name << ": '" << Word << "'";
             EXPECT_EQ(UndeclaredText, DeclaredText) << Name << ": '" << Word << "'";
+            ExpectQuotedPartAsQuoteName(Declared, Undeclared, Word, Name);
             Start = End + 1;
         }
     }
@@ -209,6 +226,35 @@ TEST(ZvDialectScanners, AppendedNamesDoubleTheQuotesInside) {
     Generic.QuoteIdentifiers = false;
     Text.clear();
     Generic.AppendName(Text, "Order Date");
+    EXPECT_EQ(Text, "Order Date");
+}
+
+TEST(ZvDialectScanners, AnAppendedPartIsQuotedWholeWhereItNeedsIt) {
+    TZvSQLScanner Generic;
+    const struct {
+        const char* Part;
+        const char* Text;
+    } Rows[] = {
+        {"code", "code"},
+        {"Order Date", "\"Order Date\""},
+        {"\"Order Date\"", "\"Order Date\""},
+        {"select", "\"select\""},
+        // One part: a dot inside is no qualifier here, unlike in AppendName.
+        {"a.b", "\"a.b\""},
+    };
+    for (int Round = 0; Round < 2; ++Round) {
+        for (const auto& Row : Rows) {
+            std::string Text = "t.";
+            Generic.AppendQuotedName(Text, Row.Part);
+            EXPECT_EQ(Text, std::string("t.") + Row.Text) << Row.Part;
+        }
+    }
+    std::string Name;
+    Generic.AppendName(Name, "a.b");
+    EXPECT_EQ(Name, "a.b");
+    Generic.QuoteIdentifiers = false;
+    std::string Text;
+    Generic.AppendQuotedName(Text, "Order Date");
     EXPECT_EQ(Text, "Order Date");
 }
 

@@ -34,6 +34,16 @@ public:
     bool GetUseCondition() const override { return false; }
 };
 
+// A join whose text is its own: nothing at all when Silent, the usual text otherwise.
+class TSilenceableJoin : public TZvJoinDef {
+public:
+    bool Silent = false;
+    void WriteScript(std::string& Out) const override {
+        if (!Silent)
+            TZvJoinDef::WriteScript(Out);
+    }
+};
+
 // Builds a model in code on a parser of type P.
 template <class P = TZvSelectParser>
 struct TModel {
@@ -167,6 +177,52 @@ TEST(TZvJoinDef, AnEmptyLeftFieldABlankRightFieldOrNoTargetWritesNothing) {
     EXPECT_EQ(M.Join(M.O, "CUST_ID", "", "ID")->GetScript(), "");
     // None of them leaves an empty line in the FROM entry.
     EXPECT_EQ(M.O->GetScript(), "  ORDERS O");
+}
+
+TEST(TZvJoinDef, AnOwnerWithNeitherNameNorAliasCannotBeNamedAndWritesNothing) {
+    TModel<> M;
+    TZvTableDef* Nameless = M.Table("");
+    M.Table("CUSTOMERS", "C");
+    TZvJoinDef* J = M.Join(Nameless, "CUST_ID", "C", "ID");
+    ASSERT_EQ(Nameless->GetPrefix(), "");
+    EXPECT_EQ(J->GetScript(), "");
+    EXPECT_EQ(Nameless->GetScript(), "  ");
+}
+
+TEST(TZvJoinDef, WritesTextTellsWhetherTheJoinWritesAnyTextAndLeavesTheScratchAsItWas) {
+    TModel<TConstJoinParser> M;
+    TZvTableDef* O = M.Table("ORDERS", "O");
+    TZvTableDef* Nameless = M.Table("");
+    M.Table("CUSTOMERS", "C");
+    std::vector<TZvJoinDef*> Joins{
+        M.Join(O, "CUST_ID", "C", "ID"),
+        M.Join(O, "CUST_ID", "customers", "ID"),
+        M.Join(O, "CUST_ID", "X", "ID"),
+        M.Join(O, "", "C", "ID"),
+        M.Join(O, "CUST_ID", "C", "  "),
+        M.Join(O, "CUST_ID", "", "ID"),
+        M.Join(O, "CUST_ID", "C", "ID", static_cast<TZvJoinKind>(4)),
+        M.Join(Nameless, "CUST_ID", "C", "ID"),
+        M.Join(O, "ID", "", "CUST_ID"),
+    };
+    // Against a constant the owner still has to be nameable, though its qualifier is not written.
+    TZvJoinDef* Constant = M.Join(Nameless, "'A'", "C", "STATUS");
+    Constant->SetLeftConst(true);
+    Joins.push_back(Constant);
+    TZvJoinDef* Named = M.Join(O, "'A'", "C", "STATUS");
+    Named->SetLeftConst(true);
+    Joins.push_back(Named);
+    int Writing = 0;
+    for (const TZvJoinDef* J : Joins) {
+        std::string Scratch = "SELECT ";
+        const bool Writes = J->WritesText(Scratch);
+        EXPECT_EQ(Writes, !J->GetScript().empty()) << J->GetLeftField() << " " << J->GetTableAlias();
+        EXPECT_EQ(Scratch, "SELECT ");
+        Writing += Writes ? 1 : 0;
+    }
+    EXPECT_EQ(Writing, 3);
+    EXPECT_EQ(Named->GetScript(), "INNER JOIN CUSTOMERS C ON ('A' = C.STATUS)");
+    EXPECT_EQ(Constant->GetScript(), "");
 }
 
 TEST(TZvJoinDef, AJoinInNoListWritesNothing) {
@@ -503,6 +559,72 @@ TEST(TZvTableDef, ConditionsMergedIntoEarlierLinesKeepTheLinesBehindThemWhole) {
         "INNER JOIN C ON (A.ID = C.AID)"};
     EXPECT_EQ(M.Lines(A), Expected);
     EXPECT_EQ(A->GetScript(), "  A\r\n  " + Expected[0] + "\r\n  " + Expected[1] + "\r\n  " + Expected[2]);
+}
+
+TEST(TZvTableDef, AnIncompleteSecondConditionIsNotMergedIntoTheLine) {
+    TOrders M;
+    M.Join(M.O, "CUST_ID", "C", "ID");
+    M.Join(M.O, "REGION", "C", " ");
+    M.Join(M.O, "", "C", "REGION");
+    M.Join(M.O, "REGION", "C", "REGION", static_cast<TZvJoinKind>(4));
+    M.Join(M.O, "AREA", "C", "AREA");
+    EXPECT_EQ(M.Lines(M.O), std::vector<std::string>{std::string("INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)") +
+                                                      AND_BREAK + "(O.AREA = C.AREA)"});
+}
+
+TEST(TZvTableDef, AJoinWithATextOfItsOwnIsMergedOnlyWhenThatTextIsNotEmpty) {
+    TOrders M;
+    TZvJoinDefs Joins(M.O, ItemClassOf<TSilenceableJoin>());
+    auto Add = [&Joins](const char* Left, const char* Right, bool Silent) {
+        auto* J = static_cast<TSilenceableJoin*>(Joins.Add());
+        J->SetLeftField(Left);
+        J->SetTableAlias("C");
+        J->SetRightField(Right);
+        J->Silent = Silent;
+    };
+    Add("CUST_ID", "ID", false);
+    Add("REGION", "REGION", true);
+    Add("AREA", "AREA", false);
+    TZvJoinLines Lines;
+    M.O->GenerateJoinsScript(Joins, Lines);
+    ASSERT_EQ(Lines.size(), 1U);
+    EXPECT_EQ(Lines[0].Text, std::string("INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)") + AND_BREAK +
+                                 "(O.AREA = C.AREA)");
+    EXPECT_EQ(Lines[0].Target, M.C);
+}
+
+TEST(TZvTableDef, AMergedConstantConditionKeepsTheConstantWhereItWasWritten) {
+    TOrders<TConstJoinParser> M;
+    M.Join(M.O, "CUST_ID", "C", "ID");
+    TZvJoinDef* Status = M.Join(M.O, "STATUS", "C", "'A'");
+    Status->SetRightConst(true);
+    TZvJoinDef* Kind = M.Join(M.O, "KIND", "C", "1");
+    Kind->SetRightConst(true);
+    Kind->SetSwapped(true);
+    EXPECT_EQ(M.Lines(M.O),
+              std::vector<std::string>{std::string("INNER JOIN CUSTOMERS C ON (O.CUST_ID = C.ID)") + AND_BREAK +
+                                       "(O.STATUS = 'A')" + AND_BREAK + "(1 = O.KIND)"});
+}
+
+TEST(TZvTableDef, AChainOfManyLinesKeepsEachLineWholeWhenAnEarlyOneGrows) {
+    TModel<> M;
+    TZvTableDef* A = M.Table("A");
+    std::vector<TZvTableDef*> Joined;
+    for (int I = 1; I <= 12; ++I)
+        Joined.push_back(M.Table("T" + std::to_string(I)));
+    for (TZvTableDef* T : Joined)
+        M.Join(A, "ID", T->GetName(), "AID");
+    // The last table comes back to the first joined one, whose line has eleven lines behind it.
+    M.Join(Joined.back(), "ID", "T1", "T12ID");
+    std::vector<std::string> Expected;
+    for (TZvTableDef* T : Joined)
+        Expected.push_back("INNER JOIN " + T->GetName() + " ON (A.ID = " + T->GetName() + ".AID)");
+    Expected[0] += std::string(AND_BREAK) + "(T12.ID = T1.T12ID)";
+    EXPECT_EQ(M.Lines(A), Expected);
+    std::string Entry = "  A";
+    for (const std::string& Line : Expected)
+        Entry += "\r\n  " + Line;
+    EXPECT_EQ(A->GetScript(), Entry);
 }
 
 TEST(TZvTableDef, AChainNamingItsTargetByTheJoinsAliasOnlyFollowsTablesFoundByAlias) {
