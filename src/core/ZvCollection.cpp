@@ -127,7 +127,7 @@ TZvCollectionItem* TZvCollection::Add() {
 
 TZvCollectionItem* TZvCollection::Insert(int Index) {
     CheckIndex(Index, Count());
-    return Place(Index, ListItemClass());
+    return Place(Index, NewItem());
 }
 
 TZvCollectionItem* TZvCollection::Adopt(std::unique_ptr<TZvCollectionItem> Item) {
@@ -147,6 +147,14 @@ TZvCollectionItem* TZvCollection::Place(int Index, std::unique_ptr<TZvCollection
         ItemAppended(Item);
     Item->Added();
     Item->SetParser(ListParser);
+    return Item;
+}
+
+std::unique_ptr<TZvCollectionItem> TZvCollection::TakeKeptItem(TZvKeptItems& Kept) const {
+    if (Kept.empty())
+        return ListItemClass();
+    std::unique_ptr<TZvCollectionItem> Item = std::move(Kept.back());
+    Kept.pop_back();
     return Item;
 }
 
@@ -229,16 +237,7 @@ bool TZvCollection::SameIdentifier(std::string_view A, std::string_view B) const
 }
 
 void TZvCollection::ClearItems() {
-    // Items leave one at a time from the back, so that an item's destructor that looks at its
-    // collection still finds a consistent list.
-    if (!Items.empty())
-        ItemsMoved();
-    while (!Items.empty()) {
-        std::unique_ptr<TZvCollectionItem> Doomed(Items.back());
-        Items.pop_back();
-        Doomed->Collection = nullptr;
-        Doomed->Index = -1;
-    }
+    ClearItems([](std::unique_ptr<TZvCollectionItem> /*Doomed*/) {});
 }
 
 int TZvCollection::RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed) {

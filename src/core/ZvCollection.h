@@ -194,7 +194,7 @@ public:
     TZvCollectionItem* Insert(int Index);
     // An item of the item class standing alone, in no list: the reader fills one before it knows
     // where it goes, then hands it to Adopt.
-    std::unique_ptr<TZvCollectionItem> MakeItem() const { return ListItemClass(); }
+    std::unique_ptr<TZvCollectionItem> MakeItem() const { return NewItem(); }
     // True when the item class is ItemClassOf<T>(), so that an item of class T made elsewhere may
     // be adopted.
     template <class T>
@@ -241,6 +241,17 @@ protected:
     // Takes the items out and frees them without clean-up rules; for Clear and derived bulk
     // removals, which then repair in one pass what the item rules would have repaired one by one.
     void ClearItems();
+    // The same, except that each item, out of the list (no collection, index -1), is handed to
+    // Leave, which then owns it: a list that keeps items for its next statement takes them here.
+    template <class TLeave>
+    void ClearItems(TLeave&& Leave);
+    // A new item of the item class, for Add, Insert and MakeItem. A list that keeps items of its
+    // own making from an earlier clear hands one of those back, made as new.
+    virtual std::unique_ptr<TZvCollectionItem> NewItem() const { return ListItemClass(); }
+    // Items a derived list kept from a clear, emptied as new; the last is handed out first.
+    using TZvKeptItems = std::vector<std::unique_ptr<TZvCollectionItem>>;
+    // The last of Kept, taken out, or a new item of the item class when Kept is empty.
+    std::unique_ptr<TZvCollectionItem> TakeKeptItem(TZvKeptItems& Kept) const;
     // Takes out the items for which Doomed holds, keeping the order of the rest, without their
     // clean-up rules; returns how many went.
     int RemoveItemsIf(const std::function<bool(const TZvCollectionItem&)>& Doomed);
@@ -263,5 +274,20 @@ private:
     TZvSelectParser* ListParser = nullptr;
     int UpdateCount = 0;
 };
+
+template <class TLeave>
+void TZvCollection::ClearItems(TLeave&& Leave) {
+    // Items leave one at a time from the back, so that an item's destructor that looks at its
+    // collection still finds a consistent list.
+    if (!Items.empty())
+        ItemsMoved();
+    while (!Items.empty()) {
+        std::unique_ptr<TZvCollectionItem> Leaving(Items.back());
+        Items.pop_back();
+        Leaving->Collection = nullptr;
+        Leaving->Index = -1;
+        Leave(std::move(Leaving));
+    }
+}
 
 } // namespace zv

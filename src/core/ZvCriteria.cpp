@@ -8,6 +8,8 @@
 #include "ZvSelectParser.h"
 #include "ZvUtils.h"
 
+#include <typeinfo>
+
 namespace zv {
 
 namespace {
@@ -94,6 +96,25 @@ void TZvCriterion::TakeFrom(TZvCriterion& Source) {
     SubItems.SetFilter(Source.SubItems.GetFilter());
     SubItems.TakeItems(Source.SubItems);
     Tag = Source.Tag;
+}
+
+bool TZvCriterion::ResetForReuse() {
+    // Lists that grew large give their memory back rather than hold it for small statements.
+    constexpr int KeptListItems = 64;
+    for (const TZvCollection* List : {static_cast<const TZvCollection*>(&SubItems), static_cast<const TZvCollection*>(&RightSide)})
+        if (List->Count() > KeptListItems || List->GetUpdateCount() != 0)
+            return false;
+    if (LeftSide.HasArguments() && LeftSide.GetArguments().GetUpdateCount() != 0)
+        return false;
+    LeftSide.Clear();
+    LeftSide.SetTag(0);
+    OperatorCaption.clear();
+    RightSide.Clear();
+    SubItems.Clear();
+    SubItems.SetFilter(cfAll);
+    Tag = 0;
+    SetParser(nullptr);
+    return true;
 }
 
 void TZvCriterion::SetSubItems(const TZvCriterions& Value) {
@@ -221,6 +242,34 @@ TZvCriterions::TZvCriterions(TZvPersistent* AOwner) : TZvCriterions(AOwner, Item
 
 TZvCriterions::TZvCriterions(TZvPersistent* AOwner, TZvItemClass AItemClass)
     : TZvCollection(AOwner, std::move(AItemClass)) {}
+
+void TZvCriterions::Clear() {
+    if (GetOwner() && GetOwner()->AsCriterion()) {
+        TZvCollection::Clear();
+        return;
+    }
+    ClearItems([this](std::unique_ptr<TZvCollectionItem> Item) { KeepForReuse(std::move(Item)); });
+}
+
+void TZvCriterions::KeepForReuse(std::unique_ptr<TZvCollectionItem> Item) {
+    // Anything not kept is freed here.
+    if (SpareItems.size() < MaxSpareItems && MakesPlainCriterion(*Item) &&
+        static_cast<TZvCriterion&>(*Item).ResetForReuse())
+        SpareItems.push_back(std::move(Item));
+}
+
+bool TZvCriterions::MakesPlainCriterion(const TZvCollectionItem& Item) const {
+    const std::type_info& Made = typeid(Item);
+    if (Made == typeid(TZvCriterion))
+        return MakesItemsOf<TZvCriterion>();
+    if (Made == typeid(TZvWhereItem))
+        return MakesItemsOf<TZvWhereItem>();
+    return Made == typeid(TZvHavingItem) && MakesItemsOf<TZvHavingItem>();
+}
+
+std::unique_ptr<TZvCollectionItem> TZvCriterions::NewItem() const {
+    return TakeKeptItem(SpareItems);
+}
 
 void TZvCriterions::Assign(const TZvCollection& Source) {
     if (&Source == this)

@@ -37,6 +37,10 @@ public:
 
     TZvCriterionFilter GetFilter() const { return Filter; }
     void SetFilter(TZvCriterionFilter Value) { Filter = Value; }
+    // Takes every criterion out without clean-up rules. A clause's list (one owned by no
+    // criterion) keeps the plain criteria it made, emptied, for the conditions of the next
+    // statement; nested lists free theirs.
+    void Clear() override;
     // Copies Filter, then the items.
     void Assign(const TZvCollection& Source) override;
 
@@ -53,7 +57,17 @@ public:
     int DeleteContaining(std::string_view Probe, bool CaseSensitive);
 
 private:
+    // A kept criterion when there is one (see Clear), else a new one of the item class.
+    std::unique_ptr<TZvCollectionItem> NewItem() const override;
+    void KeepForReuse(std::unique_ptr<TZvCollectionItem> Item);
+    // Whether Item is of exactly the class this list makes, one of the criterion classes that
+    // hold nothing beyond what TZvCriterion::ResetForReuse empties.
+    bool MakesPlainCriterion(const TZvCollectionItem& Item) const;
+
     TZvCriterionFilter Filter = cfAll;
+    // Criteria kept by Clear, emptied, for the next Add or MakeItem; at most MaxSpareItems.
+    mutable TZvKeptItems SpareItems;
+    static constexpr std::size_t MaxSpareItems = 32;
 };
 
 // One condition (LeftSide, an operator named by its caption, RightSide), or a group: when SubItems
@@ -106,6 +120,12 @@ protected:
     void WriteOperand(std::string& Out, const TZvFunctionDef& Operand) const;
 
 private:
+    friend class TZvCriterions;
+
+    // Back to what a new criterion holds, out of any list: empty sides, no caption, sub-list or
+    // parser, tag 0. False, with the criterion as it was, when a list of it is too large to be
+    // worth keeping or is inside a bracket.
+    bool ResetForReuse();
     // ProcessName(S) appended to Out.
     void WriteName(std::string& Out, std::string_view S) const;
     // The right-hand text of a condition whose operator the parser's list holds: the operator's

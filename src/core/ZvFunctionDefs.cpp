@@ -220,6 +220,18 @@ void TZvFieldDef::Clear() {
     Value = TZvValue();
 }
 
+bool TZvFieldDef::ResetForReuse() {
+    constexpr int KeptArguments = 64;
+    if (HasArguments() && (GetArguments().Count() > KeptArguments || GetArguments().GetUpdateCount() != 0))
+        return false;
+    Clear();
+    SetTag(0);
+    Usage = 2;
+    AbsIndex = 0;
+    SetParser(nullptr);
+    return true;
+}
+
 void TZvFieldDef::SetKind(TZvFunctionKind NewKind) {
     TZvFunctionDef::SetKind(NewKind);
     if (!Alias.empty() && !GetName().empty() && Alias != GetName())

@@ -163,6 +163,11 @@ protected:
 private:
     friend class TZvTableDefs;
 
+    // Back to what a new field holds, out of any list: no name, kind, arguments, alias, value or
+    // parser; tag 0, usage 2. False, with the field as it was, when its argument list is too
+    // large to be worth keeping or is inside a bracket.
+    bool ResetForReuse();
+
     std::string Alias;
     std::int32_t AbsIndex = 0;
     std::uint8_t Usage = 2;

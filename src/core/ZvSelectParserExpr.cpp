@@ -437,7 +437,7 @@ TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
 void TZvSelectParser::DoParseFieldDef() {
     // Read into a field standing alone, since the table it goes to is known only once it is read;
     // then that field itself goes into the table's list.
-    auto Scratch = std::make_unique<TZvFieldDef>();
+    std::unique_ptr<TZvFieldDef> Scratch = GetTableDefs().MakeField();
     Scratch->SetParser(this);
     ExpressionHadAlias = false;
     ExpressionTable = nullptr;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <typeinfo>
 #include <unordered_set>
 
 namespace zv {
@@ -140,6 +141,24 @@ std::string TZvTableDef::ProcessAlias(std::string_view S) const {
     std::string Text;
     AppendAlias(Text, S);
     return Text;
+}
+
+void TZvTableDef::ResetForReuse(TZvTableDefs& Keeper) {
+    // Lists that grew large give their memory back rather than hold it for small statements.
+    constexpr int KeptListItems = 64;
+    Alias.clear();
+    Name.clear();
+    TableType = qttTable;
+    TZvCollectionItem::SetParser(nullptr);
+    if (FieldDefs && (FieldDefs->Count() > KeptListItems || FieldDefs->GetUpdateCount() != 0))
+        FieldDefs.reset();
+    if (JoinDefs && (JoinDefs->Count() > KeptListItems || JoinDefs->GetUpdateCount() != 0))
+        JoinDefs.reset();
+    // Out of any table list, these clear as plain lists: no positions or ORDER BY entries to mend.
+    if (FieldDefs)
+        FieldDefs->ClearItems([&Keeper](std::unique_ptr<TZvCollectionItem> Field) { Keeper.KeepField(std::move(Field)); });
+    if (JoinDefs)
+        JoinDefs->Clear();
 }
 
 TZvTableDefs* TZvTableDef::GetTableDefs() const {
@@ -313,7 +332,38 @@ void TZvTableDefs::Clear() {
     AliasUse.clear();
     AliasIndexValid = false;
     JoinIndex.Invalidate();
-    ClearItems();
+    ClearItems([this](std::unique_ptr<TZvCollectionItem> Table) { KeepForReuse(std::move(Table)); });
+}
+
+void TZvTableDefs::KeepForReuse(std::unique_ptr<TZvCollectionItem> Item) {
+    // Only a table of exactly the class this list makes is kept: a derived table may hold more
+    // than ResetForReuse knows of. Anything else is freed here.
+    const TZvCollectionItem& Made = *Item;
+    if (SpareTables.size() >= MaxSpareTables || typeid(Made) != typeid(TZvTableDef) ||
+        !MakesItemsOf<TZvTableDef>())
+        return;
+    static_cast<TZvTableDef&>(*Item).ResetForReuse(*this);
+    SpareTables.push_back(std::move(Item));
+}
+
+void TZvTableDefs::KeepField(std::unique_ptr<TZvCollectionItem> Item) {
+    // As for tables, only a field of exactly the class MakeField makes; anything else is freed.
+    const TZvCollectionItem& Made = *Item;
+    if (SpareFields.size() < MaxSpareFields && typeid(Made) == typeid(TZvFieldDef) &&
+        static_cast<TZvFieldDef&>(*Item).ResetForReuse())
+        SpareFields.push_back(std::move(Item));
+}
+
+std::unique_ptr<TZvFieldDef> TZvTableDefs::MakeField() {
+    if (SpareFields.empty())
+        return std::make_unique<TZvFieldDef>();
+    std::unique_ptr<TZvFieldDef> Field(static_cast<TZvFieldDef*>(SpareFields.back().release()));
+    SpareFields.pop_back();
+    return Field;
+}
+
+std::unique_ptr<TZvCollectionItem> TZvTableDefs::NewItem() const {
+    return TakeKeptItem(SpareTables);
 }
 
 void TZvTableDefs::EndUpdate() {

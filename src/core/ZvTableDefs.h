@@ -98,7 +98,14 @@ protected:
     void Removing() override;
 
 private:
+    // The table list keeps cleared tables for its next statement (see TZvTableDefs::Clear).
+    friend class TZvTableDefs;
+
     std::string ParamLiteral(const TZvFieldDef& Field) const;
+    // Back to what a new table holds, out of any list: no alias, name, parser, fields or joins.
+    // The field and join lists stay, emptied, unless they were large or left inside a bracket;
+    // the fields go to Keeper (TZvTableDefs::KeepField).
+    void ResetForReuse(TZvTableDefs& Keeper);
     void RequalifyOrderBy(TZvSelectParser& Parser, std::string_view Old, std::string_view Value);
     // Stores Value as the alias and keeps the list's alias look-up in step; rewrites no reference.
     void StoreAlias(std::string_view Value);
@@ -123,8 +130,13 @@ public:
     TZvTableDef* Items(int Index) const { return static_cast<TZvTableDef*>(GetItem(Index)); }
     TZvTableDef* Add() { return static_cast<TZvTableDef*>(TZvCollection::Add()); }
     TZvTableDef* Insert(int Index) { return static_cast<TZvTableDef*>(TZvCollection::Insert(Index)); }
-    // Frees every table without per-item repair: the whole model goes.
+    // Takes every table out without per-item repair: the whole model goes. Plain tables (of class
+    // TZvTableDef, made by this list) are kept, emptied, for the tables of the next statement, so
+    // that reading statement after statement does not free and make each table and its lists.
     void Clear() override;
+    // A field standing alone, as new, for the reader to fill before it knows the field's table:
+    // one kept from the fields of the tables Clear took out when there is one.
+    std::unique_ptr<TZvFieldDef> MakeField();
     // Ends the bracket; when the outermost bracket closes, UpdateFieldAliases repairs the alias
     // clashes that the bulk edit left.
     void EndUpdate() override;
@@ -237,7 +249,18 @@ private:
     static void IndexTable(TZvTableKeyIndex& Index, std::string_view Key, int At);
     bool TableIndexUsable() const;
 
+    // A kept table when there is one (see Clear), else a new one of the item class.
+    std::unique_ptr<TZvCollectionItem> NewItem() const override;
+    void KeepForReuse(std::unique_ptr<TZvCollectionItem> Item);
+    void KeepField(std::unique_ptr<TZvCollectionItem> Item);
+
     std::vector<TZvFieldDef*> Positions;
+    // Tables kept by Clear, emptied, for the next Add; at most MaxSpareTables.
+    mutable TZvKeptItems SpareTables;
+    static constexpr std::size_t MaxSpareTables = 16;
+    // Plain fields of those tables, emptied, for MakeField; at most MaxSpareFields.
+    TZvKeptItems SpareFields;
+    static constexpr std::size_t MaxSpareFields = 64;
     mutable TZvJoinTargetIndex JoinIndex;
     mutable TZvTableKeyIndex TableByAlias;
     mutable TZvTableKeyIndex TableByName;

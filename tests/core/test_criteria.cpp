@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "ZvCriteria.h"
@@ -745,4 +747,103 @@ TEST_F(CriteriaOfTables, ClearingTheTablesLeavesTheConditionsToTheCaller) {
     AddCondition(Where, "O.AMOUNT", ">", {{"100"}});
     Parser.GetTableDefs().Clear();
     EXPECT_EQ(Where.Count(), 1);
+}
+
+namespace {
+// What a criterion holds that a new one must not: every part compared with a new criterion of
+// the same list class in a parser of its own.
+void ExpectLikeNew(const TZvCriterion& Item, const TZvCriterion& New) {
+    EXPECT_EQ(Item.GetLeftSide().GetName(), "");
+    EXPECT_EQ(Item.GetLeftSide().GetKind(), fkUnknown);
+    EXPECT_EQ(Item.GetLeftSide().GetTag(), 0);
+    EXPECT_FALSE(Item.GetLeftSide().HasArguments());
+    EXPECT_EQ(Item.GetOperatorCaption(), New.GetOperatorCaption());
+    EXPECT_EQ(Item.GetRightSide().Count(), 0);
+    EXPECT_EQ(Item.GetSubItems().Count(), 0);
+    EXPECT_EQ(Item.GetSubItems().GetFilter(), cfAll);
+    EXPECT_EQ(Item.GetTag(), 0);
+    EXPECT_EQ(Item.GetScript(), New.GetScript());
+}
+
+// Fills List with conditions that use every part of a criterion.
+void FillEveryPart(TZvCriterions& List) {
+    TZvCriterion* Call = AddCondition(List, "", "IN", {{"1"}, {"2"}, {"'three'", fkString}});
+    Call->GetLeftSide().SetName("UPPER");
+    Call->GetLeftSide().SetKind(fkFunction);
+    Call->GetLeftSide().GetArguments().Add()->SetName("A.NAME");
+    Call->GetLeftSide().SetTag(9);
+    Call->SetTag(42);
+    TZvCriterions& Any = AddGroup(List, cfNone);
+    AddCondition(Any, "A.X", "=", {{"1"}});
+    AddCondition(AddGroup(Any, cfAny), "A.Y", "<", {{"2"}});
+    List.SetFilter(cfAny);
+}
+} // namespace
+
+TEST_F(Criteria, AConditionAddedAfterAClearIsAsNewWhateverTheClearedConditionsHeld) {
+    TZvSelectParser Other;
+    for (TZvCriterions* List : {static_cast<TZvCriterions*>(&Where), static_cast<TZvCriterions*>(&Parser.GetHavingItems())}) {
+        const bool IsWhere = List == &Where;
+        TZvCriterions& NewList = IsWhere ? static_cast<TZvCriterions&>(Other.GetWhereItems())
+                                         : static_cast<TZvCriterions&>(Other.GetHavingItems());
+        const TZvCriterion* New = NewList.Add();
+        FillEveryPart(*List);
+        List->Clear();
+        List->SetFilter(cfAll);
+        ASSERT_EQ(List->Count(), 0);
+        for (int I = 0; I < 3; ++I) {
+            TZvCriterion* Item = List->Add();
+            EXPECT_EQ(Item->GetIndex(), I);
+            EXPECT_EQ(Item->GetParser(), &Parser);
+            EXPECT_EQ(Item->GetRightSide().GetParser(), &Parser);
+            EXPECT_EQ(Item->GetSubItems().GetParser(), &Parser);
+            const TZvCriterion& Made = *Item;
+            const TZvCriterion& Wanted = *New;
+            EXPECT_EQ(typeid(Made), typeid(Wanted));
+            ExpectLikeNew(*Item, *New);
+        }
+        List->Clear();
+        FillEveryPart(*List);
+        List->Clear();
+        // One standing alone is as MakeItem makes it: in no list, without a parser.
+        const std::unique_ptr<TZvCollectionItem> Alone = List->MakeItem();
+        EXPECT_EQ(Alone->GetCollection(), nullptr);
+        EXPECT_EQ(Alone->GetIndex(), -1);
+        EXPECT_EQ(Alone->GetParser(), nullptr);
+        const std::unique_ptr<TZvCollectionItem> NewAlone = NewList.MakeItem();
+        EXPECT_EQ(static_cast<TZvCriterion&>(*Alone).GetOperatorCaption(),
+                  static_cast<TZvCriterion&>(*NewAlone).GetOperatorCaption());
+    }
+}
+
+TEST_F(Criteria, ATreeRebuiltAfterAClearIsWrittenAsTheSameTreeInANewParser) {
+    FillEveryPart(Where);
+    AddCondition(Where, "A.Z", "BETWEEN", {{"1"}, {"9"}});
+    Parser.Clear();
+    TZvSelectParser Other;
+    for (TZvSelectParser* P : {&Parser, &Other}) {
+        TZvWhereItems& List = P->GetWhereItems();
+        AddCondition(List, "B.ID", "=", {{"4"}});
+        AddCondition(AddGroup(List, cfAny), "B.KIND", "IS NULL");
+        P->GetTableDefs().Add()->SetName("B");
+    }
+    EXPECT_EQ(Parser.GetWhereItems().GetScript(), Other.GetWhereItems().GetScript());
+    EXPECT_EQ(Parser.GetExpression(), Other.GetExpression());
+}
+
+namespace {
+// A condition class of its own, holding more than a plain condition.
+struct TNotedCriterion : TZvCriterion {
+    int Note = 0;
+};
+} // namespace
+
+TEST(TZvCriterions, ConditionsOfAnotherClassAreMadeAnewAfterAClear) {
+    TZvSelectParser Parser;
+    TZvCriterions Noted(&Parser, ItemClassOf<TNotedCriterion>());
+    static_cast<TNotedCriterion*>(Noted.Add())->Note = 5;
+    Noted.Clear();
+    auto* Again = dynamic_cast<TNotedCriterion*>(Noted.Add());
+    ASSERT_NE(Again, nullptr);
+    EXPECT_EQ(Again->Note, 0);
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ZvCli.h"
 #include "ZvParser.h"
@@ -656,4 +657,44 @@ TEST_P(EveryDialect, SubQueryOutsideTheOperatorsBracketsIsRefusedAtItsSelect) {
     const std::string InList = "SELECT A FROM T WHERE T.A IN (SELECT B FROM U) AND T.C = 1";
     EXPECT_NE(Upper(Generate(InList, GetParam())).find("IN (SELECT B FROM U)"), std::string::npos);
     ExpectFixpoint(InList, GetParam());
+}
+
+// --- one parser for many statements --------------------------------------------------------------
+
+namespace {
+
+// What reading Text leaves: the statement and the model written, or the error with its place.
+std::string Outcome(TZvSelectParser& Parser, const std::string& Text, const std::string& Dialect) {
+    try {
+        Parser.SetExpression(Text);
+    } catch (const EZvParserError& E) {
+        return "error " + std::to_string(E.GetErrorType()) + " at " + std::to_string(E.GetLine()) + ":" +
+               std::to_string(E.GetPosition()) + " " + E.GetToken();
+    }
+    return Parser.GetExpression() + ModelToJson(Parser, Dialect);
+}
+
+} // namespace
+
+TEST_P(EveryDialect, AParserReadingStatementAfterStatementWritesWhatANewParserWrites) {
+    // Statements of every size and shape one after another: the next statement must find nothing
+    // of the one before, whatever that one held or however it ended.
+    const std::vector<std::string> Statements = {
+        "SELECT A.ID, A.NAME AS N, COUNT(*) FROM ORDERS A INNER JOIN ITEMS B ON (A.ID = B.ORDER_ID) "
+        "LEFT OUTER JOIN NOTES C ON (B.ID = C.ITEM_ID) WHERE (A.ID > 5 AND (B.QTY < 3 OR B.QTY IS NULL)) "
+        "AND NOT (C.TEXT LIKE 'x%') GROUP BY A.ID, A.NAME HAVING COUNT(*) > 1 ORDER BY A.NAME DESC",
+        "SELECT X FROM T",
+        "SELECT UPPER(T1.NAME), T2.ID, T2.ID FROM T1, T2 WHERE T1.ID IN (1, 2, 3) AND T2.ID BETWEEN 1 AND 9",
+        "SELECT FROM WHERE",
+        "SELECT 1 + 2 AS THREE, 'text', ABS(D.X - 1) FROM DUAL_TABLE D WHERE D.X = :PARAM OR NOT D.Y = 2",
+        "SELECT A.ID FROM A JOIN B ON A.ID = B.ID JOIN C ON B.ID = C.ID JOIN D ON C.ID = D.ID WHERE A.X = 1",
+        "SELECT * FROM T WHERE (",
+        "SELECT LONG_TABLE_NAME_NUMBER_ONE.COLUMN_WITH_A_LONG_NAME FROM LONG_TABLE_NAME_NUMBER_ONE",
+    };
+    const std::unique_ptr<TZvSelectParser> Reused = MakeParser(GetParam());
+    for (int Round = 0; Round < 2; ++Round)
+        for (const std::string& Text : Statements) {
+            const std::unique_ptr<TZvSelectParser> New = MakeParser(GetParam());
+            EXPECT_EQ(Outcome(*Reused, Text, GetParam()), Outcome(*New, Text, GetParam())) << Text;
+        }
 }

@@ -1063,3 +1063,133 @@ TEST(TZvTableDef, AParameterWhoseLiteralIsEmptyGetsNoSeparatorOfItsOwn) {
     Param(&Alone, "B", ftInteger, TZvValue(2));
     EXPECT_EQ(Alone.GetProcParamString(), "(2)");
 }
+
+TEST(TZvTableDefs, ATableAddedAfterAClearIsAsNewWhateverTheClearedTablesHeld) {
+    TModel M;
+    TZvTableDef* Proc = M.Table("PROC_WITH_A_LONG_NAME", "P");
+    Proc->SetTableType(qttStoredProc);
+    Param(Proc, "A", ftInteger, TZvValue(7));
+    TModel::Column(Proc, "RESULT")->SetUsage(3);
+    TZvTableDef* Orders = M.Table("ORDERS", "O");
+    TModel::Expression(Orders, "O.QTY * 2");
+    TZvJoinDef* Join = Orders->GetJoinDefs().Add();
+    Join->SetLeftField("ID");
+    Join->SetTableAlias("P");
+    Join->SetRightField("RESULT");
+    M.Tables.Clear();
+    ASSERT_EQ(M.Tables.Count(), 0);
+    EXPECT_EQ(M.Tables.GetFieldCount(), 0);
+
+    for (int I = 0; I < 3; ++I) {
+        TZvTableDef* Fresh = M.Tables.Add();
+        EXPECT_EQ(Fresh->GetIndex(), I);
+        EXPECT_EQ(Fresh->GetCollection(), &M.Tables);
+        EXPECT_EQ(Fresh->GetParser(), &M.Parser);
+        EXPECT_EQ(Fresh->GetAlias(), "");
+        EXPECT_EQ(Fresh->GetName(), "");
+        EXPECT_EQ(Fresh->GetTableType(), qttTable);
+        EXPECT_EQ(Fresh->GetFieldDefs().Count(), 0);
+        EXPECT_EQ(Fresh->GetJoinDefs().Count(), 0);
+        EXPECT_EQ(Fresh->GetFieldDefs().GetParser(), &M.Parser);
+        EXPECT_EQ(Fresh->GetJoinDefs().GetParser(), &M.Parser);
+        EXPECT_EQ(Fresh->GetProcParamString(), "");
+    }
+    // The rebuilt model numbers, finds and writes as one built in a new parser does.
+    M.Tables.Clear();
+    TModel New;
+    for (TModel* Built : {&M, &New}) {
+        TZvTableDef* T = Built->Table("ITEMS", "I");
+        TModel::Column(T, "ID");
+        TModel::Expression(T, "I.PRICE + 1");
+        TModel::Column(Built->Table("NOTES"), "ID");
+    }
+    EXPECT_EQ(M.SelectList(), New.SelectList());
+    EXPECT_EQ(M.Tables.FindByAlias("I"), M.Tables.Items(0));
+    EXPECT_EQ(M.Tables.FindByName("NOTES"), M.Tables.Items(1));
+    EXPECT_EQ(M.Parser.GetExpression(), New.Parser.GetExpression());
+    M.ExpectDensePositions();
+}
+
+namespace {
+// A table class of its own, holding more than a plain table.
+struct TNotedTable : TZvTableDef {
+    int Note = 0;
+};
+} // namespace
+
+TEST(TZvTableDefs, TablesOfAnotherClassOrMakerAreMadeAnewAfterAClear) {
+    TZvTableDefs Noted(nullptr, ItemClassOf<TNotedTable>());
+    static_cast<TNotedTable*>(Noted.Add())->Note = 5;
+    Noted.Clear();
+    auto* Again = dynamic_cast<TNotedTable*>(Noted.Add());
+    ASSERT_NE(Again, nullptr);
+    EXPECT_EQ(Again->Note, 0);
+
+    int Made = 0;
+    TZvTableDefs Counted(nullptr, [&Made] {
+        ++Made;
+        return std::make_unique<TZvTableDef>();
+    });
+    Counted.Add()->SetName("A");
+    Counted.Add()->SetName("B");
+    Counted.Clear();
+    EXPECT_EQ(Counted.Add()->GetName(), "");
+    EXPECT_EQ(Made, 3);
+}
+
+TEST(TZvTableDefs, ClearingAfterAStatementOfManyTablesKeepsTheNextStatementWhole) {
+    TModel M;
+    for (int T = 0; T < 40; ++T) {
+        TZvTableDef* Table = M.Table("T" + std::to_string(T), "A" + std::to_string(T));
+        for (int F = 0; F < (T == 3 ? 100 : 2); ++F)
+            TModel::Column(Table, "C" + std::to_string(F));
+    }
+    M.Tables.Clear();
+    TModel New;
+    for (TModel* Built : {&M, &New})
+        for (int T = 0; T < 20; ++T)
+            TModel::Column(Built->Table("U" + std::to_string(T)), "X");
+    EXPECT_EQ(M.Tables.GetFieldCount(), 20);
+    EXPECT_EQ(M.Parser.GetExpression(), New.Parser.GetExpression());
+    M.ExpectDensePositions();
+}
+
+TEST(TZvTableDefs, AFieldMadeForTheReaderAfterAClearIsAsNewWhateverTheClearedFieldsHeld) {
+    TModel M;
+    TZvTableDef* Proc = M.Table("PROC", "P");
+    Param(Proc, "A", ftDate, TZvValue(TZvDateTime{2020, 1, 2}))->SetTag(7);
+    TZvFieldDef* Call = TModel::Expression(Proc, "UPPER");
+    Call->SetKind(fkFunction);
+    Call->GetArguments().Add()->SetName("P.NAME");
+    Call->SetAlias("SHOUTED");
+    M.Tables.Clear();
+    for (int I = 0; I < 3; ++I) {
+        const std::unique_ptr<TZvFieldDef> Field = M.Tables.MakeField();
+        EXPECT_EQ(Field->GetCollection(), nullptr);
+        EXPECT_EQ(Field->GetIndex(), -1);
+        EXPECT_EQ(Field->GetParser(), nullptr);
+        EXPECT_EQ(Field->GetName(), "");
+        EXPECT_EQ(Field->GetKind(), fkUnknown);
+        EXPECT_EQ(Field->GetAlias(), "");
+        EXPECT_EQ(Field->GetTag(), 0);
+        EXPECT_EQ(Field->GetUsage(), 2);
+        EXPECT_EQ(Field->GetAbsIndex(), 0);
+        EXPECT_EQ(Field->GetDataType(), ftUnknown);
+        EXPECT_TRUE(Field->GetValue().IsUnassigned());
+        EXPECT_FALSE(Field->HasArguments());
+        EXPECT_EQ(Field->GetScript(), "");
+    }
+    // Fields read into the statement after the clear are numbered and written as new ones are.
+    TModel New;
+    for (TModel* Built : {&M, &New}) {
+        TZvTableDef* T = Built->Table("ITEMS");
+        std::unique_ptr<TZvFieldDef> Field = Built->Tables.MakeField();
+        Field->SetName("COUNT");
+        Field->SetKind(fkFunction);
+        T->GetFieldDefs().Adopt(std::move(Field));
+        TModel::Column(T, "ID");
+    }
+    EXPECT_EQ(M.SelectList(), New.SelectList());
+    EXPECT_EQ(M.Parser.GetExpression(), New.Parser.GetExpression());
+    M.ExpectDensePositions();
+}
