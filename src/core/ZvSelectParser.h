@@ -30,6 +30,7 @@ class TZvHavingItems;
 class TZvTableDef;
 class TZvFunctionDef;
 class TZvFunctionDefs;
+class TZvFieldDef;
 class TZvCriterion;
 class TZvCriterions;
 class TZvOperator;
@@ -237,6 +238,10 @@ protected:
     std::string TokenAlias();
     // The same from the token's TokenName, when the caller needs both.
     std::string TokenAliasOf(std::string Name);
+    // TokenAliasOf(Name) appended to Out, without a string of its own.
+    void AppendTokenAliasOf(std::string& Out, const std::string& Name);
+    // True when the token's name Name is kept in quotes as an alias or reference.
+    bool NeedsQuotedAlias(std::string_view Name);
     // Sets the state to ssError with an explicit error type (0: chosen by the token).
     void Fail(std::int32_t Type = 0);
     // The end of the select clause shared by every dialect: ssFieldDefs when the current token can
@@ -310,6 +315,8 @@ private:
     bool ReadArgument(TZvFunctionDef& Argument);
     std::string PlaceCall(TZvFunctionDef& Call);
     void ReadAlias(TZvFunctionDef& Target);
+    // DoParseExpression of an output field, with its alias, the field known to ReadAlias.
+    std::string ReadFieldExpression(TZvFieldDef& Field);
     TZvTableDef* FindOrCreateTable(const std::string& Reference);
     // The table a qualifier names: by alias as written, or by the bare alias of a quoted one.
     TZvTableDef* FindTableByReference(const std::string& Reference);
@@ -341,6 +348,8 @@ private:
     TZvJoinKind LastJoinKind = zvjInnerJoin;
     TZvTableDef* JoinedTable = nullptr;
     bool ExpressionHadAlias = false;
+    // The output field ReadFieldExpression is reading, null outside it.
+    TZvFieldDef* FieldBeingRead = nullptr;
     // The table an expression read with pepCreateTableDef found or made for its qualifier, so
     // that the field reader does not look it up a second time; null when it named none.
     TZvTableDef* ExpressionTable = nullptr;

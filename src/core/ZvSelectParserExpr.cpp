@@ -121,10 +121,12 @@ bool TZvSelectParser::IsNameToken() {
 }
 
 std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParserExprParams Params) {
+    TZvSQLScanner& S = GetScanner();
     const std::int32_t Start = TokenSourceStart();
-    std::string Sign;
+    // A sign is one character ("-" or "+"), held as such: nearly no operand has one.
+    char Sign = 0;
     if (IsSignToken()) {
-        Sign = GetScanner().Token;
+        Sign = S.Token.front();
         NextToken();
     }
     std::string TableRef;
@@ -133,7 +135,7 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         return {};
     }
     bool Compound = false;
-    while (TokenHas(tkOperation) && !TokenHas(tkComparison) && !GetScanner().InQuote) {
+    while (S.TokenKinds.Contains(tkOperation) && !S.TokenKinds.Contains(tkComparison) && !S.InQuote) {
         NextToken();
         if (IsSignToken())
             NextToken();
@@ -147,12 +149,12 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         Compound = true;
     }
     const bool Number = Target.GetKind() == fkInteger || Target.GetKind() == fkFloat;
-    if (Compound || (!Sign.empty() && !Number)) {
+    if (Compound || (Sign != 0 && !Number)) {
         Target.Clear();
         Target.SetName(SourceText(Start, PrevTokenEnd));
         Target.SetKind(fkExpression);
         TableRef.clear();
-    } else if (!Sign.empty()) {
+    } else if (Sign != 0) {
         Target.SetName(Sign + Target.GetName());
     }
     if ((Params & pepCreateTableDef) && !TableRef.empty())
@@ -230,19 +232,18 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
     std::size_t LastStart = 0;
     std::string QuotedLast;
     bool LastQuoted = false;
-    auto TakePart = [&] {
+    for (;;) {
         LastStart = Written.size();
         LastQuoted = S.InQuote;
         if (LastQuoted) {
             QuotedLast = TokenName();
-            Written += TokenAliasOf(QuotedLast);
+            AppendTokenAliasOf(Written, QuotedLast);
         } else {
             Written += S.Token;
         }
         NextToken();
-    };
-    TakePart();
-    while (TokenIs(".")) {
+        if (!TokenIs("."))
+            break;
         NextToken();
         Written += '.';
         if (TokenIs("*")) {
@@ -254,7 +255,6 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
         }
         if (!IsNameToken() || S.Token.empty())
             return false;
-        TakePart();
     }
     const std::string_view Last = LastQuoted ? std::string_view(QuotedLast) : std::string_view(Written).substr(LastStart);
     if (TokenIs("(") && Last != "*") {
@@ -412,8 +412,15 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
         Fail();
         return;
     }
-    if (auto* Field = dynamic_cast<TZvFieldDef*>(&Target))
-        Field->SetAlias(TokenAlias());
+    // The field the field reader reads into is known without asking the target's type.
+    TZvFieldDef* Field = &Target == FieldBeingRead ? FieldBeingRead : dynamic_cast<TZvFieldDef*>(&Target);
+    if (Field != nullptr) {
+        TZvSQLScanner& S = GetScanner();
+        if (S.InQuote)
+            Field->SetAlias(TokenAlias());
+        else
+            Field->SetAlias(S.Token);
+    }
     ExpressionHadAlias = true;
     NextToken();
 }
@@ -434,6 +441,16 @@ TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
 
 // --- output fields -------------------------------------------------------------------------------
 
+std::string TZvSelectParser::ReadFieldExpression(TZvFieldDef& Field) {
+    // Known for the length of the read only: the field may be gone after it.
+    struct TForget {
+        TZvFieldDef*& Known;
+        ~TForget() { Known = nullptr; }
+    } Forget{FieldBeingRead};
+    FieldBeingRead = &Field;
+    return DoParseExpression(Field, pepCreateTableDef | pepEnableAlias);
+}
+
 void TZvSelectParser::DoParseFieldDef() {
     // Read into a field standing alone, since the table it goes to is known only once it is read;
     // then that field itself goes into the table's list.
@@ -441,7 +458,7 @@ void TZvSelectParser::DoParseFieldDef() {
     Scratch->SetParser(this);
     ExpressionHadAlias = false;
     ExpressionTable = nullptr;
-    const std::string TableRef = DoParseExpression(*Scratch, pepCreateTableDef | pepEnableAlias);
+    const std::string TableRef = ReadFieldExpression(*Scratch);
     if (State == ssError)
         return;
     TZvTableDefs& Tables = GetTableDefs();
