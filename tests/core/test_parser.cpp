@@ -234,6 +234,81 @@ TEST(TZvSelectParser, LiteralsKeepTheirKindAndText) {
     EXPECT_EQ(F.Items(4)->GetAlias(), "K");
 }
 
+TEST(TZvSelectParser, ASignStaysWithANumberAndMakesAnythingElseTextAsWritten) {
+    Parsed P("SELECT A, -1, - B, + 2.5, -T.B, -UPPER(C) FROM T WHERE X > -1 AND Y = - Z");
+    const TZvFieldDefs& F = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(F.Count(), 6);
+    EXPECT_EQ(F.Items(1)->GetKind(), fkInteger);
+    EXPECT_EQ(F.Items(1)->GetName(), "-1");
+    EXPECT_EQ(F.Items(2)->GetKind(), fkExpression);
+    EXPECT_EQ(F.Items(2)->GetName(), "- B");
+    EXPECT_EQ(F.Items(3)->GetKind(), fkFloat);
+    EXPECT_EQ(F.Items(3)->GetName(), "+2.5");
+    // A signed column names no table: it waits with the fields that name none.
+    EXPECT_EQ(F.Items(4)->GetKind(), fkExpression);
+    EXPECT_EQ(F.Items(4)->GetName(), "-T.B");
+    EXPECT_EQ(F.Items(5)->GetName(), "-UPPER(C)");
+    EXPECT_EQ(F.Items(5)->GetAlias(), "FIELD_5");
+    ASSERT_EQ(P.Where().Count(), 2);
+    EXPECT_EQ(P.Where().Items(0)->GetRightSide().Items(0)->GetName(), "-1");
+    EXPECT_EQ(P.Where().Items(0)->GetRightSide().Items(0)->GetKind(), fkInteger);
+    EXPECT_EQ(P.Where().Items(1)->GetRightSide().Items(0)->GetName(), "- Z");
+    EXPECT_EQ(P.Where().Items(1)->GetRightSide().Items(0)->GetKind(), fkExpression);
+}
+
+TEST(TZvSelectParser, QuotedPartsOfAQualifiedFieldNameItsTableAndItself) {
+    Parsed P("SELECT \"my t\".\"a b\", \"s\".\"t\".\"c\", \"my t\".d, A AS \"x y\", B \"Z\" FROM T");
+    TZvTableDef* Quoted = P.Tables().FindByName("my t");
+    ASSERT_NE(Quoted, nullptr);
+    ASSERT_EQ(Quoted->GetFieldDefs().Count(), 2) << "the second reference finds the same table";
+    EXPECT_EQ(Quoted->GetFieldDefs().Items(0)->GetName(), "a b");
+    EXPECT_EQ(Quoted->GetFieldDefs().Items(1)->GetName(), "d");
+    TZvTableDef* Dotted = P.Tables().FindByName("s.t");
+    ASSERT_NE(Dotted, nullptr);
+    ASSERT_EQ(Dotted->GetFieldDefs().Count(), 1);
+    EXPECT_EQ(Dotted->GetFieldDefs().Items(0)->GetName(), "c");
+    // A quoted alias keeps its quotes only where the name needs them.
+    const TZvFieldDefs& Own = P.Tables().FindByName("T")->GetFieldDefs();
+    ASSERT_EQ(Own.Count(), 0);
+    const TZvFieldDefs& Loose = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(Loose.Count(), 2);
+    EXPECT_EQ(Loose.Items(0)->GetAlias(), "\"x y\"");
+    EXPECT_EQ(Loose.Items(1)->GetAlias(), "Z");
+}
+
+namespace {
+
+// Reads one expression the way a dialect's own reader would, outside the field list.
+struct TExpressionReader : TZvSelectParser {
+    std::string Read(const std::string& Text, TZvFunctionDef& Target) {
+        TZvSQLScanner& S = GetScanner();
+        S.Expression = Text;
+        S.Length = static_cast<std::int32_t>(Text.size());
+        S.GetFirstToken();
+        return DoParseExpression(Target, pepEnableAlias);
+    }
+};
+
+} // namespace
+
+TEST(TZvSelectParser, AnAliasGoesToAFieldReadOutsideTheFieldListAndIsPassedOverForOtherTargets) {
+    TExpressionReader Reader;
+    TZvFieldDef Field;
+    Field.SetParser(&Reader);
+    EXPECT_EQ(Reader.Read("O.AMOUNT AS TOTAL", Field), "O");
+    EXPECT_EQ(Field.GetName(), "AMOUNT");
+    EXPECT_EQ(Field.GetAlias(), "TOTAL");
+    TZvFieldDef Quoted;
+    Quoted.SetParser(&Reader);
+    Reader.Read("AMOUNT \"the total\"", Quoted);
+    EXPECT_EQ(Quoted.GetAlias(), "\"the total\"");
+    TZvFunctionDef Operand;
+    Operand.SetParser(&Reader);
+    EXPECT_EQ(Reader.Read("O.AMOUNT TOTAL", Operand), "O");
+    EXPECT_EQ(Operand.GetName(), "AMOUNT");
+    EXPECT_TRUE(Reader.GetScanner().TokenKinds.Contains(tkEnd)) << "the alias is read all the same";
+}
+
 TEST(TZvSelectParser, ArithmeticAndConcatenationStayExpressionText) {
     Parsed P("SELECT (A + B) * 2 AS S, A || ' ' || B FROM T");
     const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
