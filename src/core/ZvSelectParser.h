@@ -308,6 +308,8 @@ private:
     bool IsSignToken();
     bool IsNameToken();
     bool IsCallAhead();
+    // One operand into Target. TableRef, which must start empty, ends as the text naming the
+    // operand's table (empty when it names none, or the operand keeps its qualifier).
     bool ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadArguments(TZvFunctionDefs& Arguments);

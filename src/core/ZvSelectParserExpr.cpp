@@ -129,10 +129,12 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         Sign = S.Token.front();
         NextToken();
     }
+    // Every way out returns this one text, so that it is built in the caller's place.
     std::string TableRef;
     if (!ReadOperand(Target, Params, TableRef)) {
         Fail();
-        return {};
+        TableRef.clear();
+        return TableRef;
     }
     bool Compound = false;
     while (S.TokenKinds.Contains(tkOperation) && !S.TokenKinds.Contains(tkComparison) && !S.InQuote) {
@@ -144,7 +146,8 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         std::string Ignored;
         if (!ReadOperand(Operand, Params & pepKeepQualifier, Ignored)) {
             Fail();
-            return {};
+            TableRef.clear();
+            return TableRef;
         }
         Compound = true;
     }
@@ -227,8 +230,10 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
         return false;
     // The parts as a reference is written (dotted, each quoted where it needs it) and where the
     // last one begins, built in one text as they are read. The last part as a name differs from
-    // how it is written only when it was quoted; then it is kept apart.
-    std::string Written;
+    // how it is written only when it was quoted; then it is kept apart. The text is built in
+    // TableRef itself, which keeps the qualifier of a field's column in the end.
+    std::string& Written = TableRef;
+    Written.clear();
     std::size_t LastStart = 0;
     std::string QuotedLast;
     bool LastQuoted = false;
@@ -259,6 +264,7 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
     const std::string_view Last = LastQuoted ? std::string_view(QuotedLast) : std::string_view(Written).substr(LastStart);
     if (TokenIs("(") && Last != "*") {
         Target.SetName(Written);
+        Written.clear();
         Target.SetKind(fkFunction);
         if (!ReadArguments(Target.GetArguments()))
             return false;
@@ -268,10 +274,10 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
     }
     if (Params & pepKeepQualifier) {
         Target.SetName(Written);
+        Written.clear();
     } else {
         Target.SetName(Last);
         Written.resize(LastStart == 0 ? 0 : LastStart - 1);
-        TableRef = std::move(Written);
     }
     Target.SetKind(fkIdentifier);
     return true;
@@ -346,24 +352,22 @@ bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
 
 namespace {
 
-bool IsBareColumn(const TZvFunctionDef& Arg) {
-    return Arg.GetKind() == fkIdentifier && !Arg.HasArguments();
-}
-
-// Collects the qualifiers of every column in a call's arguments, at any depth; false when some
-// column has none.
-bool CollectQualifiers(const TZvFunctionDefs& Arguments, char Open, char Close,
-                       std::vector<std::string>& Qualifiers) {
+// Whether every column in a call's arguments, at any depth, has the qualifier Qualifier, which the
+// first column met sets (empty until then); a column without one has none in common. The
+// qualifiers are read in place: a column's name is only split to be compared.
+bool ShareOneQualifier(const TZvFunctionDefs& Arguments, char Open, char Close, std::string_view& Qualifier) {
     for (int I = 0; I < Arguments.Count(); ++I) {
         const TZvFunctionDef& Arg = *Arguments.Items(I);
-        if (IsBareColumn(Arg)) {
-            std::string Qualifier = ExtractTableName(Arg.GetName(), Open, Close);
-            if (Qualifier.empty())
+        if (!Arg.HasArguments()) {
+            if (Arg.GetKind() != fkIdentifier)
+                continue;
+            const std::string_view Own = TableNamePart(Arg.GetName(), Open, Close);
+            if (Own.empty() || (!Qualifier.empty() && Own != Qualifier))
                 return false;
-            Qualifiers.push_back(std::move(Qualifier));
-        }
-        if (!CollectQualifiers(Arg.GetArguments(), Open, Close, Qualifiers))
+            Qualifier = Own;
+        } else if (!ShareOneQualifier(Arg.GetArguments(), Open, Close, Qualifier)) {
             return false;
+        }
     }
     return true;
 }
@@ -371,9 +375,10 @@ bool CollectQualifiers(const TZvFunctionDefs& Arguments, char Open, char Close,
 void StripQualifiers(TZvFunctionDefs& Arguments, char Open, char Close) {
     for (int I = 0; I < Arguments.Count(); ++I) {
         TZvFunctionDef& Arg = *Arguments.Items(I);
-        if (IsBareColumn(Arg))
+        if (Arg.HasArguments())
+            StripQualifiers(Arg.GetArguments(), Open, Close);
+        else if (Arg.GetKind() == fkIdentifier)
             Arg.SetName(ExtractFieldName(Arg.GetName(), Open, Close));
-        StripQualifiers(Arg.GetArguments(), Open, Close);
     }
 }
 
@@ -385,15 +390,13 @@ std::string TZvSelectParser::PlaceCall(TZvFunctionDef& Call) {
     TZvSQLScanner& S = GetScanner();
     const char Open = S.GetIdentQuote();
     const char Close = S.GetQuotePair(Open);
-    std::vector<std::string> Qualifiers;
-    if (!CollectQualifiers(Call.GetArguments(), Open, Close, Qualifiers) || Qualifiers.empty())
+    std::string_view Shared;
+    if (!ShareOneQualifier(Call.GetArguments(), Open, Close, Shared) || Shared.empty())
         return {};
-    for (const std::string& Q : Qualifiers) {
-        if (Q != Qualifiers.front())
-            return {};
-    }
+    // Copied before the columns lose it: the view is into the first column's name.
+    std::string Qualifier(Shared);
     StripQualifiers(Call.GetArguments(), Open, Close);
-    return Qualifiers.front();
+    return Qualifier;
 }
 
 void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {

@@ -219,6 +219,30 @@ TEST(TZvSelectParser, FunctionCallsKeepTheirArguments) {
     EXPECT_EQ(Loose.Items(1)->GetPureScript(), "COUNT(DISTINCT O.ID)");
 }
 
+TEST(TZvSelectParser, ACallBelongsToTheOneTableAllItsColumnsNameAtAnyDepth) {
+    Parsed P("SELECT COALESCE(A.X, B.Y), LOWER(TRIM(A.X)), F(A.X, 1, G(A.Z)), H(A.X, Y), "
+             "K(A.X, B.Y, A.Z), M(), N(1) FROM T1 A, T2 B");
+    const TZvFieldDefs& Own = P.Tables().FindByName("T1")->GetFieldDefs();
+    ASSERT_EQ(Own.Count(), 2);
+    EXPECT_EQ(Own.Items(0)->GetName(), "LOWER");
+    EXPECT_EQ(Own.Items(0)->GetArguments().Items(0)->GetArguments().Items(0)->GetName(), "X")
+        << "a column nested two calls deep loses its qualifier too";
+    EXPECT_EQ(Own.Items(1)->GetArguments().Items(0)->GetName(), "X");
+    EXPECT_EQ(Own.Items(1)->GetArguments().Items(2)->GetArguments().Items(0)->GetName(), "Z");
+    EXPECT_EQ(Own.Items(1)->GetPureScript(), "F(A.X, 1, G(A.Z))");
+    EXPECT_EQ(P.Tables().FindByName("T2")->GetFieldDefs().Count(), 0);
+    // Two tables, a column without a qualifier, or no column at all: the call names no table and
+    // its columns keep what they were written with.
+    const TZvFieldDefs& Loose = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(Loose.Count(), 5);
+    EXPECT_EQ(Loose.Items(0)->GetArguments().Items(1)->GetName(), "B.Y");
+    EXPECT_EQ(Loose.Items(1)->GetArguments().Items(0)->GetName(), "A.X");
+    EXPECT_EQ(Loose.Items(1)->GetArguments().Items(1)->GetName(), "Y");
+    EXPECT_EQ(Loose.Items(2)->GetArguments().Items(2)->GetName(), "A.Z") << "a later column differing";
+    EXPECT_EQ(Loose.Items(3)->GetPureScript(), "M()");
+    EXPECT_EQ(Loose.Items(4)->GetPureScript(), "N(1)");
+}
+
 TEST(TZvSelectParser, LiteralsKeepTheirKindAndText) {
     Parsed P("SELECT 12, 1.5, 'it''s', -3, CASE WHEN A = 1 THEN 'x' ELSE 'y' END AS K FROM T");
     const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
