@@ -294,7 +294,12 @@ private:
                    const std::string& RightRef, const std::string& Operator);
     void AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,
                  const TZvTableDef* Target, const std::string& Operator, bool Swapped);
-    std::int32_t TokenSourceStart();
+    // Where the current token's source text begins (1-based: at its opening quote). Inline, as
+    // the two below: every operand asks them.
+    std::int32_t TokenSourceStart() {
+        const TZvSQLScanner& S = GetScanner();
+        return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
+    }
     // Where the current token's source text ends (1-based, exclusive: after its closing quote).
     // Inline: every NextToken asks it.
     std::int32_t TokenSourceEnd() {
@@ -305,8 +310,11 @@ private:
     bool SkipBracketed();
     bool SkipArgument();
     bool SkipCase();
-    bool IsSignToken();
-    bool IsNameToken();
+    bool IsSignToken() { return TokenIs("-") || TokenIs("+"); }
+    bool IsNameToken() {
+        const TZvSQLScanner& S = GetScanner();
+        return S.InQuote ? S.TokenKinds.Contains(tkIdent) : IsIntersected(S.TokenKinds, {tkIdent, tkFunction, tkKeyword});
+    }
     bool IsCallAhead();
     // One operand into Target. TableRef, which must start empty, ends as the text naming the
     // operand's table (empty when it names none, or the operand keeps its qualifier).

@@ -27,11 +27,6 @@ namespace zv {
 
 // --- source positions ----------------------------------------------------------------------------
 
-std::int32_t TZvSelectParser::TokenSourceStart() {
-    TZvSQLScanner& S = GetScanner();
-    return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
-}
-
 std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
     const std::string& Text = GetScanner().Expression;
     if (End <= Start)
@@ -103,21 +98,11 @@ bool TZvSelectParser::SkipCase() {
 
 // --- operands ------------------------------------------------------------------------------------
 
-bool TZvSelectParser::IsSignToken() {
-    return TokenIs("-") || TokenIs("+");
-}
-
 // A keyword directly followed by "(" is called as a function (TRIM(x), CHAR(65)).
 bool TZvSelectParser::IsCallAhead() {
     TZvSQLScanner& S = GetScanner();
     S.GetTokenPlus();
     return S.TokenPlus == "(" && S.TokenKindsPlus.Contains(tkDelim);
-}
-
-bool TZvSelectParser::IsNameToken() {
-    TZvSQLScanner& S = GetScanner();
-    return S.InQuote ? S.TokenKinds.Contains(tkIdent)
-                     : IsIntersected(S.TokenKinds, {tkIdent, tkFunction, tkKeyword});
 }
 
 std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParserExprParams Params) {
@@ -170,7 +155,7 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
 bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
     TZvSQLScanner& S = GetScanner();
     const std::int32_t Start = TokenSourceStart();
-    auto Literal = [&](const std::string& Name, TZvFunctionKind Kind) {
+    auto Literal = [&](std::string_view Name, TZvFunctionKind Kind) {
         Target.SetName(Name);
         Target.SetKind(Kind);
         NextToken();
@@ -178,32 +163,36 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
     };
     if (AtEnd())
         return false;
-    if (TokenIs("(")) {
-        if (!SkipBracketed())
-            return false;
-        Target.SetName(SourceText(Start, PrevTokenEnd));
-        Target.SetKind(fkExpression);
-        return true;
+    // The forms below open with a bare token of one or four characters: a name passes them by.
+    const std::size_t Size = S.Token.size();
+    if (!S.InQuote && (Size == 1 || Size == 4)) {
+        if (TokenIs("(")) {
+            if (!SkipBracketed())
+                return false;
+            Target.SetName(SourceText(Start, PrevTokenEnd));
+            Target.SetKind(fkExpression);
+            return true;
+        }
+        if (TokenIs(":")) {
+            NextToken();
+            if (!TokenHas(tkIdent))
+                return false;
+            // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
+            // written after the colon as it stands.
+            return Literal(TokenAlias(), fkParameter);
+        }
+        if (TokenIs("*"))
+            return Literal("*", fkIdentifier);
+        if (TokenIs("CASE")) {
+            if (!SkipCase())
+                return false;
+            Target.SetName(SourceText(Start, PrevTokenEnd));
+            Target.SetKind(fkExpression);
+            return true;
+        }
+        if (TokenIs("NULL"))
+            return Literal(S.Token, fkUnknown);
     }
-    if (TokenIs(":")) {
-        NextToken();
-        if (!TokenHas(tkIdent))
-            return false;
-        // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
-        // written after the colon as it stands.
-        return Literal(TokenAlias(), fkParameter);
-    }
-    if (TokenIs("*"))
-        return Literal("*", fkIdentifier);
-    if (TokenIs("CASE")) {
-        if (!SkipCase())
-            return false;
-        Target.SetName(SourceText(Start, PrevTokenEnd));
-        Target.SetKind(fkExpression);
-        return true;
-    }
-    if (TokenIs("NULL"))
-        return Literal(S.Token, fkUnknown);
     const TTokenKinds Kinds = S.TokenKinds;
     if (Kinds.Contains(tkInteger))
         return Literal(S.Token, fkInteger);
