@@ -333,6 +333,7 @@ private:
     // The same, leaving the reference's BareReference in Bare when no table carries the alias as
     // written (the caller that goes on to look the table up by name needs it too).
     TZvTableDef* FindTableByReference(const std::string& Reference, std::string& Bare);
+    bool TakeAsWritten(TZvFunctionDef& Target, std::int32_t Start, bool Passed);
     // A table reference as the FROM reader names a table: each dot-separated part unquoted
     // ("my table".x is the table my table.x).
     std::string BareReference(const std::string& Reference);

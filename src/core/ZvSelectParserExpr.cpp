@@ -152,6 +152,15 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
     return TableRef;
 }
 
+// Target as the expression written from Start up to the current token, once its tokens were Passed.
+bool TZvSelectParser::TakeAsWritten(TZvFunctionDef& Target, std::int32_t Start, bool Passed) {
+    if (!Passed)
+        return false;
+    Target.SetName(SourceText(Start, PrevTokenEnd));
+    Target.SetKind(fkExpression);
+    return true;
+}
+
 bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
     TZvSQLScanner& S = GetScanner();
     const std::int32_t Start = TokenSourceStart();
@@ -166,13 +175,8 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
     // The forms below open with a bare token of one or four characters: a name passes them by.
     const std::size_t Size = S.Token.size();
     if (!S.InQuote && (Size == 1 || Size == 4)) {
-        if (TokenIs("(")) {
-            if (!SkipBracketed())
-                return false;
-            Target.SetName(SourceText(Start, PrevTokenEnd));
-            Target.SetKind(fkExpression);
-            return true;
-        }
+        if (TokenIs("("))
+            return TakeAsWritten(Target, Start, SkipBracketed());
         if (TokenIs(":")) {
             NextToken();
             if (!TokenHas(tkIdent))
@@ -183,13 +187,8 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
         }
         if (TokenIs("*"))
             return Literal("*", fkIdentifier);
-        if (TokenIs("CASE")) {
-            if (!SkipCase())
-                return false;
-            Target.SetName(SourceText(Start, PrevTokenEnd));
-            Target.SetKind(fkExpression);
-            return true;
-        }
+        if (TokenIs("CASE"))
+            return TakeAsWritten(Target, Start, SkipCase());
         if (TokenIs("NULL"))
             return Literal(S.Token, fkUnknown);
     }
