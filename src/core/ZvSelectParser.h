@@ -30,6 +30,7 @@ class TZvHavingItems;
 class TZvTableDef;
 class TZvFunctionDef;
 class TZvFunctionDefs;
+class TZvFieldDef;
 class TZvCriterion;
 class TZvCriterions;
 class TZvOperator;
@@ -237,6 +238,10 @@ protected:
     std::string TokenAlias();
     // The same from the token's TokenName, when the caller needs both.
     std::string TokenAliasOf(std::string Name);
+    // TokenAliasOf(Name) appended to Out, without a string of its own.
+    void AppendTokenAliasOf(std::string& Out, const std::string& Name);
+    // True when the token's name Name is kept in quotes as an alias or reference.
+    bool NeedsQuotedAlias(std::string_view Name);
     // Sets the state to ssError with an explicit error type (0: chosen by the token).
     void Fail(std::int32_t Type = 0);
     // The end of the select clause shared by every dialect: ssFieldDefs when the current token can
@@ -290,7 +295,12 @@ private:
                    const std::string& RightRef, const std::string& Operator);
     void AddJoin(TZvTableDef& Owner, const TZvFunctionDef& Near, const TZvFunctionDef& Far,
                  const TZvTableDef* Target, const std::string& Operator, bool Swapped);
-    std::int32_t TokenSourceStart();
+    // Where the current token's source text begins (1-based: at its opening quote). Inline, as
+    // the two below: every operand asks them.
+    std::int32_t TokenSourceStart() {
+        const TZvSQLScanner& S = GetScanner();
+        return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
+    }
     // Where the current token's source text ends (1-based, exclusive: after its closing quote).
     // Inline: every NextToken asks it.
     std::int32_t TokenSourceEnd() {
@@ -301,9 +311,14 @@ private:
     bool SkipBracketed();
     bool SkipArgument();
     bool SkipCase();
-    bool IsSignToken();
-    bool IsNameToken();
+    bool IsSignToken() { return TokenIs("-") || TokenIs("+"); }
+    bool IsNameToken() {
+        const TZvSQLScanner& S = GetScanner();
+        return S.InQuote ? S.TokenKinds.Contains(tkIdent) : IsIntersected(S.TokenKinds, {tkIdent, tkFunction, tkKeyword});
+    }
     bool IsCallAhead();
+    // One operand into Target. TableRef, which must start empty, ends as the text naming the
+    // operand's table (empty when it names none, or the operand keeps its qualifier).
     bool ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef);
     bool ReadArguments(TZvFunctionDefs& Arguments);
@@ -311,12 +326,15 @@ private:
     bool ReadArgument(TZvFunctionDef& Argument);
     std::string PlaceCall(TZvFunctionDef& Call);
     void ReadAlias(TZvFunctionDef& Target);
+    // DoParseExpression of an output field, with its alias, the field known to ReadAlias.
+    std::string ReadFieldExpression(TZvFieldDef& Field);
     TZvTableDef* FindOrCreateTable(const std::string& Reference);
     // The table a qualifier names: by alias as written, or by the bare alias of a quoted one.
     TZvTableDef* FindTableByReference(const std::string& Reference);
     // The same, leaving the reference's BareReference in Bare when no table carries the alias as
     // written (the caller that goes on to look the table up by name needs it too).
     TZvTableDef* FindTableByReference(const std::string& Reference, std::string& Bare);
+    bool TakeAsWritten(TZvFunctionDef& Target, std::int32_t Start, bool Passed);
     // A table reference as the FROM reader names a table: each dot-separated part unquoted
     // ("my table".x is the table my table.x).
     std::string BareReference(const std::string& Reference);
@@ -343,6 +361,8 @@ private:
     TZvJoinKind LastJoinKind = zvjInnerJoin;
     TZvTableDef* JoinedTable = nullptr;
     bool ExpressionHadAlias = false;
+    // The output field ReadFieldExpression is reading, null outside it.
+    TZvFieldDef* FieldBeingRead = nullptr;
     // The table an expression read with pepCreateTableDef found or made for its qualifier, so
     // that the field reader does not look it up a second time; null when it named none.
     TZvTableDef* ExpressionTable = nullptr;

@@ -27,11 +27,6 @@ namespace zv {
 
 // --- source positions ----------------------------------------------------------------------------
 
-std::int32_t TZvSelectParser::TokenSourceStart() {
-    TZvSQLScanner& S = GetScanner();
-    return S.InQuote ? S.TokenPos - 1 : S.TokenPos;
-}
-
 std::string TZvSelectParser::SourceText(std::int32_t Start, std::int32_t End) {
     const std::string& Text = GetScanner().Expression;
     if (End <= Start)
@@ -103,10 +98,6 @@ bool TZvSelectParser::SkipCase() {
 
 // --- operands ------------------------------------------------------------------------------------
 
-bool TZvSelectParser::IsSignToken() {
-    return TokenIs("-") || TokenIs("+");
-}
-
 // A keyword directly followed by "(" is called as a function (TRIM(x), CHAR(65)).
 bool TZvSelectParser::IsCallAhead() {
     TZvSQLScanner& S = GetScanner();
@@ -114,26 +105,24 @@ bool TZvSelectParser::IsCallAhead() {
     return S.TokenPlus == "(" && S.TokenKindsPlus.Contains(tkDelim);
 }
 
-bool TZvSelectParser::IsNameToken() {
-    TZvSQLScanner& S = GetScanner();
-    return S.InQuote ? S.TokenKinds.Contains(tkIdent)
-                     : IsIntersected(S.TokenKinds, {tkIdent, tkFunction, tkKeyword});
-}
-
 std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParserExprParams Params) {
+    TZvSQLScanner& S = GetScanner();
     const std::int32_t Start = TokenSourceStart();
-    std::string Sign;
+    // A sign is one character ("-" or "+"), held as such: nearly no operand has one.
+    char Sign = 0;
     if (IsSignToken()) {
-        Sign = GetScanner().Token;
+        Sign = S.Token.front();
         NextToken();
     }
+    // Every way out returns this one text, so that it is built in the caller's place.
     std::string TableRef;
     if (!ReadOperand(Target, Params, TableRef)) {
         Fail();
-        return {};
+        TableRef.clear();
+        return TableRef;
     }
     bool Compound = false;
-    while (TokenHas(tkOperation) && !TokenHas(tkComparison) && !GetScanner().InQuote) {
+    while (S.TokenKinds.Contains(tkOperation) && !S.TokenKinds.Contains(tkComparison) && !S.InQuote) {
         NextToken();
         if (IsSignToken())
             NextToken();
@@ -142,17 +131,18 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
         std::string Ignored;
         if (!ReadOperand(Operand, Params & pepKeepQualifier, Ignored)) {
             Fail();
-            return {};
+            TableRef.clear();
+            return TableRef;
         }
         Compound = true;
     }
     const bool Number = Target.GetKind() == fkInteger || Target.GetKind() == fkFloat;
-    if (Compound || (!Sign.empty() && !Number)) {
+    if (Compound || (Sign != 0 && !Number)) {
         Target.Clear();
         Target.SetName(SourceText(Start, PrevTokenEnd));
         Target.SetKind(fkExpression);
         TableRef.clear();
-    } else if (!Sign.empty()) {
+    } else if (Sign != 0) {
         Target.SetName(Sign + Target.GetName());
     }
     if ((Params & pepCreateTableDef) && !TableRef.empty())
@@ -162,10 +152,19 @@ std::string TZvSelectParser::DoParseExpression(TZvFunctionDef& Target, TZvParser
     return TableRef;
 }
 
+// Target as the expression written from Start up to the current token, once its tokens were Passed.
+bool TZvSelectParser::TakeAsWritten(TZvFunctionDef& Target, std::int32_t Start, bool Passed) {
+    if (!Passed)
+        return false;
+    Target.SetName(SourceText(Start, PrevTokenEnd));
+    Target.SetKind(fkExpression);
+    return true;
+}
+
 bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Params, std::string& TableRef) {
     TZvSQLScanner& S = GetScanner();
     const std::int32_t Start = TokenSourceStart();
-    auto Literal = [&](const std::string& Name, TZvFunctionKind Kind) {
+    auto Literal = [&](std::string_view Name, TZvFunctionKind Kind) {
         Target.SetName(Name);
         Target.SetKind(Kind);
         NextToken();
@@ -173,32 +172,26 @@ bool TZvSelectParser::ReadOperand(TZvFunctionDef& Target, TZvParserExprParams Pa
     };
     if (AtEnd())
         return false;
-    if (TokenIs("(")) {
-        if (!SkipBracketed())
-            return false;
-        Target.SetName(SourceText(Start, PrevTokenEnd));
-        Target.SetKind(fkExpression);
-        return true;
+    // The forms below open with a bare token of one or four characters: a name passes them by.
+    const std::size_t Size = S.Token.size();
+    if (!S.InQuote && (Size == 1 || Size == 4)) {
+        if (TokenIs("("))
+            return TakeAsWritten(Target, Start, SkipBracketed());
+        if (TokenIs(":")) {
+            NextToken();
+            if (!TokenHas(tkIdent))
+                return false;
+            // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
+            // written after the colon as it stands.
+            return Literal(TokenAlias(), fkParameter);
+        }
+        if (TokenIs("*"))
+            return Literal("*", fkIdentifier);
+        if (TokenIs("CASE"))
+            return TakeAsWritten(Target, Start, SkipCase());
+        if (TokenIs("NULL"))
+            return Literal(S.Token, fkUnknown);
     }
-    if (TokenIs(":")) {
-        NextToken();
-        if (!TokenHas(tkIdent))
-            return false;
-        // A quoted parameter name keeps its quotes where it needs them (:"my p"), as it is
-        // written after the colon as it stands.
-        return Literal(TokenAlias(), fkParameter);
-    }
-    if (TokenIs("*"))
-        return Literal("*", fkIdentifier);
-    if (TokenIs("CASE")) {
-        if (!SkipCase())
-            return false;
-        Target.SetName(SourceText(Start, PrevTokenEnd));
-        Target.SetKind(fkExpression);
-        return true;
-    }
-    if (TokenIs("NULL"))
-        return Literal(S.Token, fkUnknown);
     const TTokenKinds Kinds = S.TokenKinds;
     if (Kinds.Contains(tkInteger))
         return Literal(S.Token, fkInteger);
@@ -225,24 +218,25 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
         return false;
     // The parts as a reference is written (dotted, each quoted where it needs it) and where the
     // last one begins, built in one text as they are read. The last part as a name differs from
-    // how it is written only when it was quoted; then it is kept apart.
-    std::string Written;
+    // how it is written only when it was quoted; then it is kept apart. The text is built in
+    // TableRef itself, which keeps the qualifier of a field's column in the end.
+    std::string& Written = TableRef;
+    Written.clear();
     std::size_t LastStart = 0;
     std::string QuotedLast;
     bool LastQuoted = false;
-    auto TakePart = [&] {
+    for (;;) {
         LastStart = Written.size();
         LastQuoted = S.InQuote;
         if (LastQuoted) {
             QuotedLast = TokenName();
-            Written += TokenAliasOf(QuotedLast);
+            AppendTokenAliasOf(Written, QuotedLast);
         } else {
             Written += S.Token;
         }
         NextToken();
-    };
-    TakePart();
-    while (TokenIs(".")) {
+        if (!TokenIs("."))
+            break;
         NextToken();
         Written += '.';
         if (TokenIs("*")) {
@@ -254,11 +248,11 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
         }
         if (!IsNameToken() || S.Token.empty())
             return false;
-        TakePart();
     }
     const std::string_view Last = LastQuoted ? std::string_view(QuotedLast) : std::string_view(Written).substr(LastStart);
     if (TokenIs("(") && Last != "*") {
         Target.SetName(Written);
+        Written.clear();
         Target.SetKind(fkFunction);
         if (!ReadArguments(Target.GetArguments()))
             return false;
@@ -268,10 +262,10 @@ bool TZvSelectParser::ReadNameOrCall(TZvFunctionDef& Target, TZvParserExprParams
     }
     if (Params & pepKeepQualifier) {
         Target.SetName(Written);
+        Written.clear();
     } else {
         Target.SetName(Last);
         Written.resize(LastStart == 0 ? 0 : LastStart - 1);
-        TableRef = std::move(Written);
     }
     Target.SetKind(fkIdentifier);
     return true;
@@ -346,24 +340,22 @@ bool TZvSelectParser::ReadArgument(TZvFunctionDef& Argument) {
 
 namespace {
 
-bool IsBareColumn(const TZvFunctionDef& Arg) {
-    return Arg.GetKind() == fkIdentifier && !Arg.HasArguments();
-}
-
-// Collects the qualifiers of every column in a call's arguments, at any depth; false when some
-// column has none.
-bool CollectQualifiers(const TZvFunctionDefs& Arguments, char Open, char Close,
-                       std::vector<std::string>& Qualifiers) {
+// Whether every column in a call's arguments, at any depth, has the qualifier Qualifier, which the
+// first column met sets (empty until then); a column without one has none in common. The
+// qualifiers are read in place: a column's name is only split to be compared.
+bool ShareOneQualifier(const TZvFunctionDefs& Arguments, char Open, char Close, std::string_view& Qualifier) {
     for (int I = 0; I < Arguments.Count(); ++I) {
         const TZvFunctionDef& Arg = *Arguments.Items(I);
-        if (IsBareColumn(Arg)) {
-            std::string Qualifier = ExtractTableName(Arg.GetName(), Open, Close);
-            if (Qualifier.empty())
+        if (!Arg.HasArguments()) {
+            if (Arg.GetKind() != fkIdentifier)
+                continue;
+            const std::string_view Own = TableNamePart(Arg.GetName(), Open, Close);
+            if (Own.empty() || (!Qualifier.empty() && Own != Qualifier))
                 return false;
-            Qualifiers.push_back(std::move(Qualifier));
-        }
-        if (!CollectQualifiers(Arg.GetArguments(), Open, Close, Qualifiers))
+            Qualifier = Own;
+        } else if (!ShareOneQualifier(Arg.GetArguments(), Open, Close, Qualifier)) {
             return false;
+        }
     }
     return true;
 }
@@ -371,9 +363,10 @@ bool CollectQualifiers(const TZvFunctionDefs& Arguments, char Open, char Close,
 void StripQualifiers(TZvFunctionDefs& Arguments, char Open, char Close) {
     for (int I = 0; I < Arguments.Count(); ++I) {
         TZvFunctionDef& Arg = *Arguments.Items(I);
-        if (IsBareColumn(Arg))
+        if (Arg.HasArguments())
+            StripQualifiers(Arg.GetArguments(), Open, Close);
+        else if (Arg.GetKind() == fkIdentifier)
             Arg.SetName(ExtractFieldName(Arg.GetName(), Open, Close));
-        StripQualifiers(Arg.GetArguments(), Open, Close);
     }
 }
 
@@ -385,15 +378,13 @@ std::string TZvSelectParser::PlaceCall(TZvFunctionDef& Call) {
     TZvSQLScanner& S = GetScanner();
     const char Open = S.GetIdentQuote();
     const char Close = S.GetQuotePair(Open);
-    std::vector<std::string> Qualifiers;
-    if (!CollectQualifiers(Call.GetArguments(), Open, Close, Qualifiers) || Qualifiers.empty())
+    std::string_view Shared;
+    if (!ShareOneQualifier(Call.GetArguments(), Open, Close, Shared) || Shared.empty())
         return {};
-    for (const std::string& Q : Qualifiers) {
-        if (Q != Qualifiers.front())
-            return {};
-    }
+    // Copied before the columns lose it: the view is into the first column's name.
+    std::string Qualifier(Shared);
     StripQualifiers(Call.GetArguments(), Open, Close);
-    return Qualifiers.front();
+    return Qualifier;
 }
 
 void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
@@ -412,8 +403,15 @@ void TZvSelectParser::ReadAlias(TZvFunctionDef& Target) {
         Fail();
         return;
     }
-    if (auto* Field = dynamic_cast<TZvFieldDef*>(&Target))
-        Field->SetAlias(TokenAlias());
+    // The field the field reader reads into is known without asking the target's type.
+    TZvFieldDef* Field = &Target == FieldBeingRead ? FieldBeingRead : dynamic_cast<TZvFieldDef*>(&Target);
+    if (Field != nullptr) {
+        TZvSQLScanner& S = GetScanner();
+        if (S.InQuote)
+            Field->SetAlias(TokenAlias());
+        else
+            Field->SetAlias(S.Token);
+    }
     ExpressionHadAlias = true;
     NextToken();
 }
@@ -434,6 +432,16 @@ TZvTableDef* TZvSelectParser::FindOrCreateTable(const std::string& Reference) {
 
 // --- output fields -------------------------------------------------------------------------------
 
+std::string TZvSelectParser::ReadFieldExpression(TZvFieldDef& Field) {
+    // Known for the length of the read only: the field may be gone after it.
+    struct TForget {
+        TZvFieldDef*& Known;
+        ~TForget() { Known = nullptr; }
+    } Forget{FieldBeingRead};
+    FieldBeingRead = &Field;
+    return DoParseExpression(Field, pepCreateTableDef | pepEnableAlias);
+}
+
 void TZvSelectParser::DoParseFieldDef() {
     // Read into a field standing alone, since the table it goes to is known only once it is read;
     // then that field itself goes into the table's list.
@@ -441,7 +449,7 @@ void TZvSelectParser::DoParseFieldDef() {
     Scratch->SetParser(this);
     ExpressionHadAlias = false;
     ExpressionTable = nullptr;
-    const std::string TableRef = DoParseExpression(*Scratch, pepCreateTableDef | pepEnableAlias);
+    const std::string TableRef = ReadFieldExpression(*Scratch);
     if (State == ssError)
         return;
     TZvTableDefs& Tables = GetTableDefs();

@@ -47,15 +47,34 @@ std::string TZvSelectParser::TokenName() {
 }
 
 std::string TZvSelectParser::TokenAlias() {
+    // A bare token is its own alias: no name is made of it first.
+    TZvSQLScanner& S = GetScanner();
+    if (!S.InQuote)
+        return S.Token;
     return TokenAliasOf(TokenName());
 }
 
 std::string TZvSelectParser::TokenAliasOf(std::string Name) {
-    TZvSQLScanner& S = GetScanner();
-    if (!S.InQuote || !S.GetQuoteIdentifiers() || !S.NeedQuotes(Name))
+    if (!NeedsQuotedAlias(Name))
         return Name;
+    TZvSQLScanner& S = GetScanner();
     const char Open = S.GetIdentQuote();
     return QuoteString(Name, Open, S.GetQuotePair(Open));
+}
+
+void TZvSelectParser::AppendTokenAliasOf(std::string& Out, const std::string& Name) {
+    if (!NeedsQuotedAlias(Name)) {
+        Out += Name;
+        return;
+    }
+    TZvSQLScanner& S = GetScanner();
+    const char Open = S.GetIdentQuote();
+    Out += QuoteString(Name, Open, S.GetQuotePair(Open));
+}
+
+bool TZvSelectParser::NeedsQuotedAlias(std::string_view Name) {
+    TZvSQLScanner& S = GetScanner();
+    return S.InQuote && S.GetQuoteIdentifiers() && S.NeedQuotes(Name);
 }
 
 TZvTableDef* TZvSelectParser::FindTableByReference(const std::string& Reference) {

@@ -219,6 +219,30 @@ TEST(TZvSelectParser, FunctionCallsKeepTheirArguments) {
     EXPECT_EQ(Loose.Items(1)->GetPureScript(), "COUNT(DISTINCT O.ID)");
 }
 
+TEST(TZvSelectParser, ACallBelongsToTheOneTableAllItsColumnsNameAtAnyDepth) {
+    Parsed P("SELECT COALESCE(A.X, B.Y), LOWER(TRIM(A.X)), F(A.X, 1, G(A.Z)), H(A.X, Y), "
+             "K(A.X, B.Y, A.Z), M(), N(1) FROM T1 A, T2 B");
+    const TZvFieldDefs& Own = P.Tables().FindByName("T1")->GetFieldDefs();
+    ASSERT_EQ(Own.Count(), 2);
+    EXPECT_EQ(Own.Items(0)->GetName(), "LOWER");
+    EXPECT_EQ(Own.Items(0)->GetArguments().Items(0)->GetArguments().Items(0)->GetName(), "X")
+        << "a column nested two calls deep loses its qualifier too";
+    EXPECT_EQ(Own.Items(1)->GetArguments().Items(0)->GetName(), "X");
+    EXPECT_EQ(Own.Items(1)->GetArguments().Items(2)->GetArguments().Items(0)->GetName(), "Z");
+    EXPECT_EQ(Own.Items(1)->GetPureScript(), "F(A.X, 1, G(A.Z))");
+    EXPECT_EQ(P.Tables().FindByName("T2")->GetFieldDefs().Count(), 0);
+    // Two tables, a column without a qualifier, or no column at all: the call names no table and
+    // its columns keep what they were written with.
+    const TZvFieldDefs& Loose = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(Loose.Count(), 5);
+    EXPECT_EQ(Loose.Items(0)->GetArguments().Items(1)->GetName(), "B.Y");
+    EXPECT_EQ(Loose.Items(1)->GetArguments().Items(0)->GetName(), "A.X");
+    EXPECT_EQ(Loose.Items(1)->GetArguments().Items(1)->GetName(), "Y");
+    EXPECT_EQ(Loose.Items(2)->GetArguments().Items(2)->GetName(), "A.Z") << "a later column differing";
+    EXPECT_EQ(Loose.Items(3)->GetPureScript(), "M()");
+    EXPECT_EQ(Loose.Items(4)->GetPureScript(), "N(1)");
+}
+
 TEST(TZvSelectParser, LiteralsKeepTheirKindAndText) {
     Parsed P("SELECT 12, 1.5, 'it''s', -3, CASE WHEN A = 1 THEN 'x' ELSE 'y' END AS K FROM T");
     const TZvFieldDefs& F = P.Table(0).GetFieldDefs();
@@ -232,6 +256,81 @@ TEST(TZvSelectParser, LiteralsKeepTheirKindAndText) {
     EXPECT_EQ(F.Items(4)->GetKind(), fkExpression);
     EXPECT_EQ(F.Items(4)->GetName(), "CASE WHEN A = 1 THEN 'x' ELSE 'y' END");
     EXPECT_EQ(F.Items(4)->GetAlias(), "K");
+}
+
+TEST(TZvSelectParser, ASignStaysWithANumberAndMakesAnythingElseTextAsWritten) {
+    Parsed P("SELECT A, -1, - B, + 2.5, -T.B, -UPPER(C) FROM T WHERE X > -1 AND Y = - Z");
+    const TZvFieldDefs& F = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(F.Count(), 6);
+    EXPECT_EQ(F.Items(1)->GetKind(), fkInteger);
+    EXPECT_EQ(F.Items(1)->GetName(), "-1");
+    EXPECT_EQ(F.Items(2)->GetKind(), fkExpression);
+    EXPECT_EQ(F.Items(2)->GetName(), "- B");
+    EXPECT_EQ(F.Items(3)->GetKind(), fkFloat);
+    EXPECT_EQ(F.Items(3)->GetName(), "+2.5");
+    // A signed column names no table: it waits with the fields that name none.
+    EXPECT_EQ(F.Items(4)->GetKind(), fkExpression);
+    EXPECT_EQ(F.Items(4)->GetName(), "-T.B");
+    EXPECT_EQ(F.Items(5)->GetName(), "-UPPER(C)");
+    EXPECT_EQ(F.Items(5)->GetAlias(), "FIELD_5");
+    ASSERT_EQ(P.Where().Count(), 2);
+    EXPECT_EQ(P.Where().Items(0)->GetRightSide().Items(0)->GetName(), "-1");
+    EXPECT_EQ(P.Where().Items(0)->GetRightSide().Items(0)->GetKind(), fkInteger);
+    EXPECT_EQ(P.Where().Items(1)->GetRightSide().Items(0)->GetName(), "- Z");
+    EXPECT_EQ(P.Where().Items(1)->GetRightSide().Items(0)->GetKind(), fkExpression);
+}
+
+TEST(TZvSelectParser, QuotedPartsOfAQualifiedFieldNameItsTableAndItself) {
+    Parsed P("SELECT \"my t\".\"a b\", \"s\".\"t\".\"c\", \"my t\".d, A AS \"x y\", B \"Z\" FROM T");
+    TZvTableDef* Quoted = P.Tables().FindByName("my t");
+    ASSERT_NE(Quoted, nullptr);
+    ASSERT_EQ(Quoted->GetFieldDefs().Count(), 2) << "the second reference finds the same table";
+    EXPECT_EQ(Quoted->GetFieldDefs().Items(0)->GetName(), "a b");
+    EXPECT_EQ(Quoted->GetFieldDefs().Items(1)->GetName(), "d");
+    TZvTableDef* Dotted = P.Tables().FindByName("s.t");
+    ASSERT_NE(Dotted, nullptr);
+    ASSERT_EQ(Dotted->GetFieldDefs().Count(), 1);
+    EXPECT_EQ(Dotted->GetFieldDefs().Items(0)->GetName(), "c");
+    // A quoted alias keeps its quotes only where the name needs them.
+    const TZvFieldDefs& Own = P.Tables().FindByName("T")->GetFieldDefs();
+    ASSERT_EQ(Own.Count(), 0);
+    const TZvFieldDefs& Loose = P.Tables().FindByAlias("")->GetFieldDefs();
+    ASSERT_EQ(Loose.Count(), 2);
+    EXPECT_EQ(Loose.Items(0)->GetAlias(), "\"x y\"");
+    EXPECT_EQ(Loose.Items(1)->GetAlias(), "Z");
+}
+
+namespace {
+
+// Reads one expression the way a dialect's own reader would, outside the field list.
+struct TExpressionReader : TZvSelectParser {
+    std::string Read(const std::string& Text, TZvFunctionDef& Target) {
+        TZvSQLScanner& S = GetScanner();
+        S.Expression = Text;
+        S.Length = static_cast<std::int32_t>(Text.size());
+        S.GetFirstToken();
+        return DoParseExpression(Target, pepEnableAlias);
+    }
+};
+
+} // namespace
+
+TEST(TZvSelectParser, AnAliasGoesToAFieldReadOutsideTheFieldListAndIsPassedOverForOtherTargets) {
+    TExpressionReader Reader;
+    TZvFieldDef Field;
+    Field.SetParser(&Reader);
+    EXPECT_EQ(Reader.Read("O.AMOUNT AS TOTAL", Field), "O");
+    EXPECT_EQ(Field.GetName(), "AMOUNT");
+    EXPECT_EQ(Field.GetAlias(), "TOTAL");
+    TZvFieldDef Quoted;
+    Quoted.SetParser(&Reader);
+    Reader.Read("AMOUNT \"the total\"", Quoted);
+    EXPECT_EQ(Quoted.GetAlias(), "\"the total\"");
+    TZvFunctionDef Operand;
+    Operand.SetParser(&Reader);
+    EXPECT_EQ(Reader.Read("O.AMOUNT TOTAL", Operand), "O");
+    EXPECT_EQ(Operand.GetName(), "AMOUNT");
+    EXPECT_TRUE(Reader.GetScanner().TokenKinds.Contains(tkEnd)) << "the alias is read all the same";
 }
 
 TEST(TZvSelectParser, ArithmeticAndConcatenationStayExpressionText) {
