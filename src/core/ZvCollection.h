@@ -226,6 +226,11 @@ public:
     void BeginUpdate() { ++UpdateCount; }
     virtual void EndUpdate();
     int GetUpdateCount() const { return UpdateCount; }
+    // Whether the list may be kept, emptied, with an item reused for the next statement: one that
+    // grew large gives its memory back rather than hold it for small statements, and one inside an
+    // update bracket is left to whoever opened it.
+    bool KeepsForReuse() const { return Count() <= MaxKeptItems && UpdateCount == 0; }
+    static constexpr int MaxKeptItems = 64;
 
     TZvSelectParser* GetParser() const { return ListParser; }
     // Does nothing when Value is the current parser; otherwise stores it and hands it to every

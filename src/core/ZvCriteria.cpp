@@ -99,12 +99,8 @@ void TZvCriterion::TakeFrom(TZvCriterion& Source) {
 }
 
 bool TZvCriterion::ResetForReuse() {
-    // Lists that grew large give their memory back rather than hold it for small statements.
-    constexpr int KeptListItems = 64;
-    for (const TZvCollection* List : {static_cast<const TZvCollection*>(&SubItems), static_cast<const TZvCollection*>(&RightSide)})
-        if (List->Count() > KeptListItems || List->GetUpdateCount() != 0)
-            return false;
-    if (LeftSide.HasArguments() && LeftSide.GetArguments().GetUpdateCount() != 0)
+    if (!SubItems.KeepsForReuse() || !RightSide.KeepsForReuse() ||
+        (LeftSide.HasArguments() && !LeftSide.GetArguments().KeepsForReuse()))
         return false;
     LeftSide.Clear();
     LeftSide.SetTag(0);

@@ -221,8 +221,7 @@ void TZvFieldDef::Clear() {
 }
 
 bool TZvFieldDef::ResetForReuse() {
-    constexpr int KeptArguments = 64;
-    if (HasArguments() && (GetArguments().Count() > KeptArguments || GetArguments().GetUpdateCount() != 0))
+    if (HasArguments() && !GetArguments().KeepsForReuse())
         return false;
     Clear();
     SetTag(0);

@@ -144,15 +144,13 @@ std::string TZvTableDef::ProcessAlias(std::string_view S) const {
 }
 
 void TZvTableDef::ResetForReuse(TZvTableDefs& Keeper) {
-    // Lists that grew large give their memory back rather than hold it for small statements.
-    constexpr int KeptListItems = 64;
     Alias.clear();
     Name.clear();
     TableType = qttTable;
     TZvCollectionItem::SetParser(nullptr);
-    if (FieldDefs && (FieldDefs->Count() > KeptListItems || FieldDefs->GetUpdateCount() != 0))
+    if (FieldDefs && !FieldDefs->KeepsForReuse())
         FieldDefs.reset();
-    if (JoinDefs && (JoinDefs->Count() > KeptListItems || JoinDefs->GetUpdateCount() != 0))
+    if (JoinDefs && !JoinDefs->KeepsForReuse())
         JoinDefs.reset();
     // Out of any table list, these clear as plain lists: no positions or ORDER BY entries to mend.
     if (FieldDefs)

@@ -181,8 +181,8 @@ void TZvTableDef::WriteScript(std::string& Out) const {
 void TZvTableDef::GenerateJoinsScript(const TZvJoinDefs& Joins, TZvJoinLines& Lines) const {
     std::string Text;
     TJoinSpanRoom Room;
-    const TJoinSpans& Spans = Room.Get();
-    WriteJoinChain(*this, Joins, Room.Get(), Text);
+    TJoinSpans& Spans = Room.Get();
+    WriteJoinChain(*this, Joins, Spans, Text);
     for (const TJoinSpan& Span : Spans)
         Lines.push_back({Text.substr(Span.Start, Span.End - Span.Start), Span.Target});
 }
